@@ -1,0 +1,22 @@
+// The one lock of the program. It guards the hand, the deal order, the credits and the engine's
+// result table against the payout count-up and the game analysis. Recursive: the thread that holds
+// it may take it again.
+#ifndef TESSARIN_CORE_GAME_LOCK_H
+#define TESSARIN_CORE_GAME_LOCK_H
+
+// Once each, before the first and after the last use, by the thread that owns the main window.
+void CreateGameLock();
+void DeleteGameLock();
+
+void EnterGameLock();
+void LeaveGameLock();
+
+// Holds the lock for the length of a block.
+struct GameLockHold {
+    GameLockHold() { EnterGameLock(); }
+    ~GameLockHold() { LeaveGameLock(); }
+    GameLockHold(const GameLockHold&) = delete;
+    GameLockHold& operator=(const GameLockHold&) = delete;
+};
+
+#endif
