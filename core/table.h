@@ -21,8 +21,10 @@ inline constexpr std::int32_t FastDeal = 50;
 inline constexpr std::int32_t StartingCredits = 100;
 
 struct Table {
-    std::int32_t credits = StartingCredits; // in coins; below zero only after a negative purchase
-    std::int32_t bet = MaxBet;              // 1..5
+    // In coins; below zero only after a negative purchase. Atomic, because the window paints and
+    // may reset the credits while a count-up adds to them.
+    std::atomic<std::int32_t> credits{StartingCredits};
+    std::int32_t bet = MaxBet; // 1..5
     GameDescriptor game{};
     Deck deck{};
     DealOrder order{};
