@@ -1,0 +1,55 @@
+// What differs between one platform's shell and another's. The handheld's shell library is found
+// at run time; where a call does not exist it does nothing.
+#ifndef TESSARIN_UI_SHELL_H
+#define TESSARIN_UI_SHELL_H
+
+#include <windows.h>
+
+// Before anything else in the process.
+void ShellStart();
+
+// Style, place and size for the main window, and the whole scale it is to be drawn at. Places are
+// in pixels of the screen, CW_USEDEFAULT where the shell decides.
+struct ShellWindowFrame {
+    DWORD style;
+    int x;
+    int y;
+    int width;
+    int height;
+    int scale;
+};
+ShellWindowFrame ShellMainWindowFrame();
+
+// After the main window is created.
+void ShellAdoptWindow(HWND window);
+
+// Brings another copy's main window, or the dialog it has open, to the front; restores it when it
+// is minimised.
+void ShellBringToFront(HWND window);
+
+// Whether the message says that the user's session ends now.
+bool ShellSessionEnds(UINT message, WPARAM wParam);
+
+// The pen-driven platform's button for the on-screen keyboard.
+void ShellHideInputPanelButton(HWND window);
+void ShellShowInputPanelButton(HWND window);
+
+// Makes a dialog fill the screen, with the shell's Done button, on the handheld.
+void ShellFillScreen(HWND dialog);
+
+// Sizes a dialog that covers the main window, which it may outgrow where there is room: it gets at
+// least the given client size, and stays on the screen. On the handheld exactly the main window's
+// rectangle.
+void ShellCoverMainWindow(HWND dialog, HWND mainWindow, int clientWidth, int clientHeight);
+
+// Puts a dialog over the middle of the main window, within the screen.
+void ShellCentreOver(HWND dialog, HWND mainWindow);
+
+// Where a file that comes with the program lies. The path takes MAX_PATH characters; a name too
+// long for it is handed back alone.
+void ShellProgramFile(const wchar_t* name, wchar_t (&path)[MAX_PATH]);
+
+// Opens the help in the platform's viewer.
+void ShellOpenHelp();
+
+#endif
