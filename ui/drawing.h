@@ -1,0 +1,31 @@
+// Small tools for drawing: areas as rectangles, off-screen drawing, text that fits.
+#ifndef TESSARIN_UI_DRAWING_H
+#define TESSARIN_UI_DRAWING_H
+
+#include <windows.h>
+
+#include "ui/layout.h"
+
+RECT RectOf(const Area& area);
+
+// Drawing into a memory copy of one area; what is drawn shows in one go at the end, so nothing
+// flickers. Coordinates stay those of the target.
+struct OffScreen {
+    HDC target;
+    HDC dc; // draw into this one
+    HBITMAP bitmap;
+    HGDIOBJ before;
+    Area area;
+};
+OffScreen BeginOffScreen(HDC target, const Area& area);
+void EndOffScreen(OffScreen& screen);
+
+// One line in the area with the font selected in dc, in the colour and with the DT_ alignment
+// given, on whatever is there. A text wider than its place is set in a narrower cut of the font.
+void DrawFittedText(HDC dc, const wchar_t* text, const Area& area, COLORREF colour, UINT alignment);
+
+// Copies a part of a bitmap, unscaled.
+void CopyPicture(HDC dc, int x, int y, int width, int height, HBITMAP source, int sourceX,
+                 int sourceY);
+
+#endif
