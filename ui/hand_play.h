@@ -1,0 +1,29 @@
+// The conductor of a hand: it makes the table's moves in order and puts the pauses, the drawing,
+// the sounds, the lock, the grading question and the payout count-up around them. On the main
+// thread.
+#ifndef TESSARIN_UI_HAND_PLAY_H
+#define TESSARIN_UI_HAND_PLAY_H
+
+#include <cstddef>
+#include <cstdint>
+
+// Deals, or draws, as the table stands.
+void DealOrDraw();
+
+void RaiseBet();
+void TurnHold(std::size_t position);
+void ChangeGame(std::int32_t id);
+
+// Credits back to the starting sum.
+void RestoreCredits();
+
+// A running count-up adds the rest at once.
+void HurryCountUp();
+
+// The same, and waits until its thread has ended.
+void FinishCountUp();
+
+// Milliseconds to wait, by default the platform's sleep. A test may hand in a faster clock.
+void SetPause(void (*pause)(std::uint32_t milliseconds));
+
+#endif
