@@ -1,0 +1,5 @@
+#include "ui/main_window.h"
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE previous, LPWSTR, int show) {
+    return RunProgram(instance, previous, show);
+}
