@@ -57,4 +57,17 @@ constexpr std::int32_t CountRuns(RunMask runs) {
     return count;
 }
 
+// The straights that every hold of a hand may still become, without regard to suits.
+struct StraightWays {
+    // The ranks dealt, each once: a bit for each, by rank; 0 for a rank not dealt.
+    std::array<std::uint32_t, RanksPerSuit> dealtBit;
+    // By the set of dealt ranks kept, one card of each: the ways to fill up, from the cards left,
+    // a run that has them all.
+    std::array<std::int32_t, std::size_t{1} << HandSize> ways;
+};
+
+// rankCount is the number of cards left of each rank (0..4); a rank not dealt has four.
+void CountStraightWays(StraightWays& straights, const Card* dealt,
+                       const std::array<std::int32_t, RanksPerSuit>& rankCount);
+
 #endif
