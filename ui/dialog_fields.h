@@ -1,0 +1,23 @@
+// Putting prepared texts and their colours into a dialog.
+#ifndef TESSARIN_UI_DIALOG_FIELDS_H
+#define TESSARIN_UI_DIALOG_FIELDS_H
+
+#include <windows.h>
+
+#include <span>
+
+#include "training/dialog_text.h"
+
+// Sets the text of every field's control.
+void SetFieldTexts(HWND dialog, std::span<const DialogText> fields);
+
+// For WM_CTLCOLORSTATIC: prepares dc for the control and returns the brush of its ground, or 0 for
+// the platform's own colours when the control is none of the fields or stands on the dialog's.
+INT_PTR ColourField(std::span<const DialogText> fields, HDC dc, HWND control);
+
+// The font the dialog shows its texts in, and how much taller it is than on a 96-dpi screen: a
+// measure given for that screen, enlarged likewise.
+HFONT DialogFont(HWND dialog);
+int DialogPixels(HWND dialog, int pixels);
+
+#endif

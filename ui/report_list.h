@@ -1,0 +1,24 @@
+// The report-style list view of two dialogs.
+#ifndef TESSARIN_UI_REPORT_LIST_H
+#define TESSARIN_UI_REPORT_LIST_H
+
+#include <windows.h>
+
+#include <span>
+#include <string>
+
+#include "training/dialog_text.h"
+
+// A new empty list as a child of the dialog, in the dialog's font.
+HWND AddReportList(HWND dialog, int id);
+
+// Columns in order, of the widths given for a 96-dpi screen. The alignment is one of LVCFMT_.
+void AddColumns(HWND list, std::span<const ListColumn> columns, int alignment);
+
+// A row at the end, its cells one a column; data is its item data.
+void AddRow(HWND list, LPARAM data, std::span<const std::wstring> cells);
+
+// Every column becomes as wide as its header and contents need.
+void FitColumns(HWND list, int columns);
+
+#endif
