@@ -1,5 +1,29 @@
 #include "ui/check_play.h"
 
-int CheckPlay(HWND, const Hand&, const GameDescriptor&) {
-    return 1;
+#include "core/game_lock.h"
+#include "strategy/best_hold.h"
+#include "training/play_grading.h"
+#include "ui/program.h"
+#include "ui/statistical_error_dialog.h"
+
+namespace {
+
+// Clear from a check that the player backs out of until one that lets the draw proceed: a hand
+// counts once, with its first hold.
+bool countThisCheck = true;
+
+} // namespace
+
+// The lock is held across the question, so that the details opened from it show this search.
+int CheckPlay(HWND owner, const Hand& hand, const GameDescriptor& game) {
+    const GameLockHold lock;
+    const std::int32_t best = FindBestHold(hand.cards.data(), game, program.table.bet);
+    const PlayGrade grade = GradePlay(resultTable, best, HeldPattern(hand));
+    if (countThisCheck) {
+        CountGrade(program.stats, grade);
+    }
+    const bool proceed =
+        !NeedsWarning(program.table.training, grade) || PlayItAnyway(owner, hand, game, grade);
+    countThisCheck = proceed;
+    return proceed ? 1 : 0;
 }
