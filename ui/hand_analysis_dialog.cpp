@@ -1,0 +1,287 @@
+#include "ui/hand_analysis_dialog.h"
+
+#include <windows.h>
+
+#include "core/cards.h"
+#include "core/game_lock.h"
+#include "core/table.h"
+#include "strategy/best_hold.h"
+#include "ui/drawing.h"
+#include "ui/hand_details_dialog.h"
+#include "ui/program.h"
+#include "ui/resource.h"
+#include "ui/shell.h"
+
+namespace {
+
+constexpr Card NoCard = -1;
+
+struct Slot {
+    Card card;
+    bool held;
+};
+
+std::array<Slot, HandSize> slots = {
+    {{NoCard, false}, {NoCard, false}, {NoCard, false}, {NoCard, false}, {NoCard, false}}};
+std::size_t pickedCount = 0; // of the composition in work, 0..4
+
+// What was last composed; the hand on the table until something is.
+Hand scratchHand;
+bool everComposed = false;
+
+constexpr int GridColumns = 7;
+constexpr int GridRows = 8;
+constexpr int SlotHeight = 38;
+constexpr int GridTop = 40;
+constexpr int SmallPipSize = 15;
+constexpr COLORREF LightGrey = RGB(192, 192, 192);
+constexpr COLORREF Blue = RGB(0, 0, 255);
+constexpr COLORREF Olive = RGB(128, 128, 0);
+
+int Scaled(int designPixels) {
+    return designPixels * program.scale;
+}
+
+bool IsSlot(int id) {
+    return id >= IDC_FIRST_SLOT && id < IDC_FIRST_SLOT + static_cast<int>(HandSize);
+}
+
+bool IsCardButton(int id) {
+    return id >= IDC_FIRST_CARD && id <= IDC_FIRST_CARD + JokerCard;
+}
+
+HWND CardButton(HWND dialog, Card card) {
+    return GetDlgItem(dialog, IDC_FIRST_CARD + card);
+}
+
+void RedrawSlot(HWND dialog, std::size_t slot) {
+    InvalidateRect(GetDlgItem(dialog, IDC_FIRST_SLOT + static_cast<int>(slot)), nullptr, TRUE);
+}
+
+void EmptySlot(HWND dialog, std::size_t slot) {
+    slots[slot] = {NoCard, false};
+    RedrawSlot(dialog, slot);
+}
+
+// Cards picked in an earlier opening stay, unless the game has changed to one without them.
+void KeepUnfinishedPicks() {
+    for (std::size_t i = 0; i < pickedCount; ++i) {
+        if (slots[i].card >= program.table.game.deckSize) {
+            pickedCount = 0;
+        }
+    }
+    for (std::size_t i = pickedCount; i < HandSize; ++i) {
+        slots[i] = {NoCard, false};
+    }
+}
+
+void AddButton(HWND dialog, int id, const wchar_t* text, DWORD style, int x, int y, int width,
+               int height) {
+    const HWND button = CreateWindowExW(
+        0, L"button", text, WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, x, y, width, height, dialog,
+        reinterpret_cast<HMENU>(std::intptr_t{id}), program.instance, nullptr);
+    SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(program.statusFont), FALSE);
+}
+
+// Even rows hold seven cards and odd ones six, so that each suit takes two rows; a small gap parts
+// the suits.
+struct Grid {
+    int columnWidth;
+    int rowHeight;
+
+    int Left(int column) const { return column * columnWidth; }
+    int Top(int row) const { return Scaled(GridTop) + row * rowHeight + Scaled(2) * (row / 2); }
+};
+
+Grid GridOf(const RECT& client) {
+    return {static_cast<int>(client.right) / GridColumns,
+            (static_cast<int>(client.bottom) - Scaled(GridTop)) / GridRows};
+}
+
+void AddCardButton(HWND dialog, const Grid& grid, Card card, int row, int column) {
+    AddButton(dialog, IDC_FIRST_CARD + card, L"", BS_OWNERDRAW, grid.Left(column), grid.Top(row),
+              grid.columnWidth, grid.rowHeight);
+}
+
+void AddCards(HWND dialog, const Grid& grid) {
+    Card card = 0;
+    for (int row = 0; row < GridRows; ++row) {
+        const int cards = row % 2 == 0 ? GridColumns : GridColumns - 1;
+        for (int column = 0; column < cards; ++column) {
+            AddCardButton(dialog, grid, card++, row, column);
+        }
+    }
+    if (program.table.game.deckSize > StandardDeckSize) {
+        AddCardButton(dialog, grid, JokerCard, 1, GridColumns - 1);
+    }
+}
+
+void Open(HWND dialog) {
+    ShellCoverMainWindow(dialog, program.window, 0, 0);
+    RECT client;
+    GetClientRect(dialog, &client);
+    KeepUnfinishedPicks();
+    const int slotWidth = static_cast<int>(client.right) / static_cast<int>(HandSize);
+    for (int i = 0; i < static_cast<int>(HandSize); ++i) {
+        AddButton(dialog, IDC_FIRST_SLOT + i, L"", BS_OWNERDRAW, i * slotWidth, Scaled(1),
+                  slotWidth, Scaled(SlotHeight));
+    }
+    const Grid grid = GridOf(client);
+    AddCards(dialog, grid);
+    for (std::size_t i = 0; i < pickedCount; ++i) {
+        EnableWindow(CardButton(dialog, slots[i].card), FALSE);
+    }
+    const HWND cancel = GetDlgItem(dialog, IDCANCEL);
+    SendMessageW(cancel, WM_SETFONT, reinterpret_cast<WPARAM>(program.statusFont), FALSE);
+    MoveWindow(cancel, grid.Left(6), grid.Top(7), grid.columnWidth, grid.rowHeight, TRUE);
+    AddButton(dialog, IDC_INFO, L"Info", 0, grid.Left(6),
+              5 * (grid.rowHeight + Scaled(8)) + Scaled(6), grid.columnWidth, grid.rowHeight);
+}
+
+// The five picked cards become the scratch hand, and its best hold is marked.
+void FinishComposition(HWND dialog) {
+    scratchHand = program.table.hand;
+    for (std::size_t i = 0; i < HandSize; ++i) {
+        scratchHand.cards[i] = MakeCardRecord(slots[i].card);
+    }
+    everComposed = true;
+    pickedCount = 0;
+    {
+        const GameLockHold lock;
+        const std::int32_t best =
+            FindBestHold(scratchHand.cards.data(), program.table.game, program.table.bet);
+        SetHolds(scratchHand, resultTable[static_cast<std::size_t>(best)].pattern);
+    }
+    for (std::size_t i = 0; i < HandSize; ++i) {
+        slots[i].held = scratchHand.held[i] != 0;
+        RedrawSlot(dialog, i);
+        EnableWindow(CardButton(dialog, slots[i].card), TRUE);
+    }
+}
+
+bool IsPicked(Card card) {
+    for (const Slot& slot : slots) {
+        if (slot.card == card) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void Pick(HWND dialog, Card card) {
+    if (pickedCount == 0) {
+        for (std::size_t i = 0; i < HandSize; ++i) {
+            EmptySlot(dialog, i);
+        }
+    }
+    if (IsPicked(card)) {
+        return;
+    }
+    slots[pickedCount] = {card, false};
+    RedrawSlot(dialog, pickedCount);
+    EnableWindow(CardButton(dialog, card), FALSE);
+    if (++pickedCount == HandSize) {
+        FinishComposition(dialog);
+    }
+}
+
+void ShowInfo(HWND dialog) {
+    if (!everComposed) {
+        scratchHand = program.table.hand;
+    }
+    SearchAndShowHandDetails(dialog, scratchHand, program.table.game);
+}
+
+void DrawHoldMark(HDC dc, const Area& button) {
+    const Area mark = {button.left + Scaled(4), button.top + Scaled(2), button.right - Scaled(4),
+                       button.top + Scaled(16)};
+    const RECT rect = RectOf(mark);
+    FillRect(dc, &rect, program.navy);
+    DrawFittedText(dc, L"HOLD", mark, White, DT_CENTER);
+}
+
+void DrawCardText(HDC dc, const Area& area, Card card) {
+    if (card == JokerCard) {
+        DrawFittedText(dc, L"Jok", area, Blue, DT_CENTER);
+        return;
+    }
+    const std::int32_t suit = SuitOf(card);
+    const bool red = suit == 1 || suit == 2;
+    const int middle = (area.left + area.right) / 2;
+    const wchar_t letter[] = {RankLetters[RankOf(card)], L'\0'};
+    DrawFittedText(dc, letter, {area.left, area.top, middle, area.bottom}, red ? DarkRed : Black,
+                   DT_CENTER);
+    const int pip = Scaled(SmallPipSize);
+    CopyPicture(dc, middle + (area.right - middle - pip) / 2, area.top + (Height(area) - pip) / 2,
+                pip, pip, program.smallPips, suit * pip, 0);
+    if (program.table.game.id == DeucesWild && RankOf(card) == RankDeuce) {
+        const HGDIOBJ before = SelectObject(dc, program.statusFont);
+        DrawFittedText(dc, L"W", {area.left, area.bottom - Scaled(12), area.right, area.bottom},
+                       Olive, DT_CENTER);
+        SelectObject(dc, before);
+    }
+}
+
+void DrawGround(HDC dc, const Area& area, bool pressed) {
+    const HBRUSH brush = CreateSolidBrush(pressed ? LightGrey : White);
+    const HGDIOBJ brushBefore = SelectObject(dc, brush);
+    RoundRect(dc, area.left, area.top, area.right, area.bottom, Scaled(6), Scaled(6));
+    SelectObject(dc, brushBefore);
+    DeleteObject(brush);
+}
+
+void DrawButton(const DRAWITEMSTRUCT& item) {
+    const int id = static_cast<int>(item.CtlID);
+    const bool isSlot = IsSlot(id);
+    const auto slot = static_cast<std::size_t>(isSlot ? id - IDC_FIRST_SLOT : 0);
+    const Card card = isSlot ? slots[slot].card : id - IDC_FIRST_CARD;
+    Area area = {item.rcItem.left, item.rcItem.top, item.rcItem.right, item.rcItem.bottom};
+    OffScreen screen = BeginOffScreen(item.hDC, area);
+    FillRect(screen.dc, &item.rcItem, GetSysColorBrush(COLOR_BTNFACE));
+    const HGDIOBJ fontBefore = SelectObject(screen.dc, program.panelFont);
+    DrawGround(screen.dc, area, (item.itemState & ODS_SELECTED) != 0);
+    if (card != NoCard && (item.itemState & ODS_DISABLED) == 0) {
+        if (isSlot && slots[slot].held) {
+            DrawHoldMark(screen.dc, area);
+            area.top += Scaled(10);
+        }
+        DrawCardText(screen.dc, area, card);
+    }
+    SelectObject(screen.dc, fontBefore);
+    EndOffScreen(screen);
+}
+
+INT_PTR CALLBACK HandAnalysisProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_INITDIALOG:
+        Open(dialog);
+        return TRUE;
+    case WM_DRAWITEM: {
+        const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+        if ((item.itemAction & (ODA_DRAWENTIRE | ODA_SELECT)) != 0) {
+            DrawButton(item);
+        }
+        return TRUE;
+    }
+    case WM_COMMAND: {
+        const int id = LOWORD(wParam);
+        if (IsCardButton(id)) {
+            Pick(dialog, id - IDC_FIRST_CARD);
+        } else if (id == IDC_INFO) {
+            ShowInfo(dialog);
+        } else if (id == IDCANCEL) {
+            EndDialog(dialog, IDCANCEL);
+        }
+        return TRUE;
+    }
+    default:
+        return FALSE;
+    }
+}
+
+} // namespace
+
+void ShowHandAnalysis() {
+    DialogBoxParamW(program.instance, MAKEINTRESOURCEW(IDD_HAND_ANALYSIS), program.window,
+                    HandAnalysisProc, 0);
+}
