@@ -1,9 +1,13 @@
 #include "ui/commands.h"
 
+#include "ui/hand_analysis_dialog.h"
+#include "ui/hand_details_dialog.h"
 #include "ui/hand_play.h"
 #include "ui/menus.h"
+#include "ui/paytable_editor.h"
 #include "ui/program.h"
 #include "ui/resource.h"
+#include "ui/session_stats_dialog.h"
 #include "ui/shell.h"
 #include "ui/sounds.h"
 
@@ -24,6 +28,12 @@ void TurnSound() {
     program.table.sound = !program.table.sound;
 }
 
+// A count-up holds the lock that the search needs; a long one would keep the player waiting.
+void ShowTableDetails() {
+    HurryCountUp();
+    SearchAndShowHandDetails(program.window, program.table.hand, program.table.game);
+}
+
 void Exit() {
     HurryCountUp();
     SendMessageW(program.window, WM_CLOSE, 0, 0);
@@ -41,6 +51,19 @@ bool DoCommand(int id) {
         break;
     case IDC_MENU:
         OpenMainMenu();
+        break;
+    case IDM_SESSION_STATS:
+        ShowSessionStats();
+        break;
+    case IDM_HAND_DETAILS:
+        ShowTableDetails();
+        break;
+    case IDM_HAND_ANALYSIS:
+        HurryCountUp();
+        ShowHandAnalysis();
+        break;
+    case IDM_CHANGE_PAYTABLE:
+        EditPaytable();
         break;
     case IDC_GAMES:
         HurryCountUp();

@@ -110,7 +110,6 @@ void ShutDown() {
     StoreSessionStats(program.stats);
     StoreTable(program.table);
     DeleteDrawingObjects();
-    DeleteGameLock();
     PostQuitMessage(0);
 }
 
@@ -217,5 +216,8 @@ int RunProgram(HINSTANCE instance, HINSTANCE previous, int show) {
     if (!CreateMainWindow(className, title, show, frame)) {
         return 0;
     }
-    return RunMessageLoop();
+    const int code = RunMessageLoop();
+    // Not with the window: a dialog that was open when it went may still have held the lock.
+    DeleteGameLock();
+    return code;
 }

@@ -56,4 +56,30 @@
 // Need Money.
 #define IDC_PURCHASE 1006
 
+// Statistical Error!; the texts' numbers stand in training/play_grading.h.
+#define IDC_ANSWER_YES 1
+#define IDC_ANSWER_NO 2
+#define IDC_GRADING_DETAILS 2100
+
+// Hand details.
+#define IDC_DETAILS_LIST 2000
+
+// Current Session Analysis; the fields' numbers stand in training/session_stats.h.
+#define IDC_RESET_STATS 4001
+
+// Tessarin Game Analysis.
+#define IDC_ANALYSIS_LIST 1000
+#define IDC_ANALYSIS_TOTAL 5002
+#define IDC_RUN_ANALYSIS 5003
+
+// Paytable editor: one field a row from each of these on.
+#define IDC_FIRST_ONE_COIN 2000
+#define IDC_FIRST_FIVE_COINS 3000
+#define IDC_DEFAULTS 4000
+
+// Hand analysis.
+#define IDC_INFO 3000
+#define IDC_FIRST_CARD 8000
+#define IDC_FIRST_SLOT 9000
+
 #endif
