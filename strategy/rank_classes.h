@@ -41,6 +41,13 @@ constexpr void TakeTerms(RankSums& sums, const RankSums& terms) {
     sums.quads -= terms.quads;
 }
 
+// The sums of a set told by its histogram: entry c is the number of its ranks with c cards left.
+constexpr RankSums SumOverClasses(const std::int32_t* histogram) {
+    return {histogram[1] + 2 * histogram[2] + 3 * histogram[3] + 4 * histogram[4],
+            histogram[2] + 3 * histogram[3] + 6 * histogram[4], histogram[3] + 4 * histogram[4],
+            histogram[4]};
+}
+
 // The sums over the ranks of C(c,2) c, C(c,2) c^2, C(c,2) c^3, C(c,2)^2, C(c,2)^2 c, C(c,3) c,
 // C(c,3) c^2 and C(c,3) C(c,2).
 constexpr std::int32_t PairCards(const RankSums& of) {
