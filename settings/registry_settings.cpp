@@ -1,5 +1,7 @@
 #include <windows.h>
 
+#include <algorithm>
+
 #include "settings/settings.h"
 
 namespace {
@@ -96,8 +98,8 @@ std::int32_t ReadString(SettingsRoot root, const wchar_t* path, const wchar_t* n
         type != REG_SZ) {
         return 1;
     }
-    // A text may be stored without its zero.
-    stored[SettingTextSize - 1] = L'\0';
+    // A text may be stored without its zero, or with half a character at its end.
+    stored[std::min<std::size_t>(size / sizeof(wchar_t), SettingTextSize - 1)] = L'\0';
     lstrcpyW(text, stored);
     return 1;
 }
