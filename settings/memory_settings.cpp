@@ -1,6 +1,7 @@
 #include "settings/memory_settings.h"
 
 #include <cstring>
+#include <cwctype>
 #include <map>
 #include <utility>
 
@@ -9,6 +10,19 @@
 namespace {
 
 using SettingName = std::pair<std::wstring, std::wstring>; // key path, value name
+
+// Capitals and small letters are the same in a name, as they are in the registry.
+std::wstring Folded(const std::wstring& name) {
+    std::wstring folded;
+    for (const wchar_t letter : name) {
+        folded.push_back(static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(letter))));
+    }
+    return folded;
+}
+
+SettingName NameOf(const std::wstring& key, const std::wstring& name) {
+    return {Folded(key), Folded(name)};
+}
 
 std::map<SettingName, StoredSetting> store;
 bool refuseWriting = false;
@@ -34,11 +48,11 @@ void Write(const wchar_t* key, const wchar_t* name, SettingType type, const void
         return;
     }
     if (remove != 0) {
-        store.erase({key, name});
+        store.erase(NameOf(key, name));
         return;
     }
     const auto* first = static_cast<const std::uint8_t*>(bytes);
-    store[{key, name}] = {type, {first, first + size}};
+    store[NameOf(key, name)] = {type, {first, first + size}};
 }
 
 } // namespace
@@ -53,11 +67,11 @@ void SetMemorySettingsReadOnly(bool readOnly) {
 }
 
 void PutMemorySetting(const std::wstring& key, const std::wstring& name, StoredSetting setting) {
-    store[{key, name}] = std::move(setting);
+    store[NameOf(key, name)] = std::move(setting);
 }
 
 const StoredSetting* FindMemorySetting(const std::wstring& key, const std::wstring& name) {
-    const auto found = store.find({key, name});
+    const auto found = store.find(NameOf(key, name));
     return found == store.end() ? nullptr : &found->second;
 }
 
