@@ -130,8 +130,9 @@ HandRank StandardRowsBelowQuads(const Tally& tally, HandRank fullHouse) {
     return fullHouse + 6;
 }
 
+// Without wild cards a straight from the ten always ends at the ace.
 HandRank StraightFlushRow(const Tally& tally) {
-    return tally.Lowest() == RankTen && tally.Highest() == RankAce ? 0 : 1;
+    return tally.Lowest() == RankTen ? 0 : 1;
 }
 
 bool AnyOnce(const Tally& tally, std::initializer_list<std::int32_t> ranks) {

@@ -28,7 +28,10 @@ std::map<SettingName, StoredSetting> store;
 bool refuseWriting = false;
 
 const StoredSetting* OpenValue(const wchar_t* key, const wchar_t* name) {
-    return refuseWriting ? nullptr : FindMemorySetting(key, name);
+    if (refuseWriting) {
+        return nullptr;
+    }
+    return FindMemorySetting(key, name);
 }
 
 template <typename Number>
