@@ -1,0 +1,60 @@
+// What the table looks like from outside: pixels of the window, and what should stand there, drawn
+// anew from the measures and colours of the design.
+#ifndef TESSARIN_TESTS_WINDOW_LOOKS_H
+#define TESSARIN_TESTS_WINDOW_LOOKS_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/games.h"
+#include "tests/window/harness.h"
+
+// Rows from the top, a pixel being 0x00RRGGBB.
+struct Picture {
+    int width;
+    int height;
+    std::vector<std::uint32_t> pixels;
+
+    std::uint32_t At(int x, int y) const { return pixels[static_cast<std::size_t>(y * width + x)]; }
+    bool operator==(const Picture&) const = default;
+};
+
+inline constexpr std::uint32_t White = 0xFFFFFF;
+inline constexpr std::uint32_t Black = 0x000000;
+inline constexpr std::uint32_t Red = 0xFF0000;
+inline constexpr std::uint32_t DarkRed = 0xC00000;
+inline constexpr std::uint32_t Yellow = 0xFFFF00;
+inline constexpr std::uint32_t Navy = 0x000080;
+inline constexpr std::uint32_t DarkNavy = 0x000040;
+
+// A part of the client area as it stands on the screen, or all of it.
+Picture Grab(const RunningProgram& program, const Area& area);
+Picture GrabClient(const RunningProgram& program);
+Picture Crop(const Picture& picture, const Area& area);
+
+// One line of text on a ground.
+struct Line {
+    std::wstring text;
+    std::uint32_t colour;
+    UINT alignment; // DT_
+};
+// The lines on one ground of the area's size, in the bold font of so many design pixels, kept
+// from the left and right edges by so many design pixels.
+Picture PaintLines(const RunningProgram& program, const Area& area, std::uint32_t ground,
+                   const std::vector<Line>& lines, int fontPixels, int insetLeft = 0,
+                   int insetRight = 0);
+
+// Whether the part of the table comes to look like this. "Paid" 0 is an empty box.
+bool ShowsCredits(const RunningProgram& program, std::int32_t credits);
+bool ShowsCoinsIn(const RunningProgram& program, std::int32_t bet);
+bool ShowsPrompt(const RunningProgram& program, const wchar_t* prompt);
+bool ShowsPaid(const RunningProgram& program, std::int32_t paid);
+bool ShowsHeld(const RunningProgram& program, std::size_t position, bool held);
+bool ShowsRow(const RunningProgram& program, const GameDescriptor& game, std::int32_t row,
+              std::int32_t bet, bool highlighted);
+
+inline constexpr wchar_t GameOver[] = L"  G A M E  O V E R  ";
+inline constexpr wchar_t HoldAndDraw[] = L"HOLD AND DRAW CARDS";
+
+#endif
