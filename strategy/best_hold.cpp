@@ -1,7 +1,209 @@
 #include "strategy/best_hold.h"
 
+#include <algorithm>
+
+#include "core/evaluate.h"
+#include "core/wrap.h"
+#include "strategy/deuces_draws.h"
+#include "strategy/standard_draws.h"
+
 std::array<HoldResult, HoldCount> resultTable;
 
-std::int32_t FindBestHold(const CardRecord*, const GameDescriptor&, std::int32_t) {
-    return 0;
+namespace {
+
+// What a draw ending in each row pays at the bet, in coins.
+struct RowPays {
+    std::size_t rows;
+    std::array<std::int32_t, MaxRows> pay;
+};
+
+RowPays PaysAtBet(const GameDescriptor& game, std::int32_t coins) {
+    RowPays pays{std::min(static_cast<std::size_t>(game.rowCount), MaxRows), {}};
+    for (std::size_t row = 0; row < pays.rows; ++row) {
+        pays.pay[row] = RowPayout(static_cast<HandRank>(row), game, coins);
+    }
+    return pays;
+}
+
+void CopyCodes(const CardRecord* hand, Card* codes) {
+    for (std::size_t i = 0; i < HandSize; ++i) {
+        codes[i] = hand[i].code;
+    }
+}
+
+// Holding all five is no draw at all: the dealt hand's own row, once.
+void ScoreHoldAll(const Card* codes, const GameDescriptor& game, const RowPays& pays) {
+    HoldResult& result = resultTable[HoldAllIndex];
+    const HandRank rank = EvaluateCodes(game.id, codes);
+    result.expectedReturn = rank < pays.rows ? pays.pay[rank] : 0.0;
+    result.counts[std::min<std::size_t>(rank, pays.rows)] = 1;
+    result.counts[pays.rows + 1] = 1;
+    result.pattern = HoldAll;
+}
+
+// Finishes a hold whose rows are counted. Counts times payouts may exceed 32 bits for edited
+// paytables; the sum wraps, as the handheld's does.
+inline void ScoreHold(std::size_t hold, const RowPays& pays, std::size_t rows, std::int32_t noPay,
+                      std::int32_t total) {
+    HoldResult& result = resultTable[hold];
+    std::uint32_t sum = 0;
+    for (std::size_t row = 0; row < rows; ++row) {
+        sum += static_cast<std::uint32_t>(result.counts[row]) *
+               static_cast<std::uint32_t>(pays.pay[row]);
+    }
+    result.counts[rows] = noPay;
+    result.counts[rows + 1] = total;
+    result.pattern = HoldOrder[hold];
+    result.expectedReturn = static_cast<double>(static_cast<std::int32_t>(sum)) / total;
+}
+
+using RowCounts = std::array<std::int32_t, 30>;
+
+// Rows from the full house down to the high pair, which stand together in every game.
+void MapBelowQuads(RowCounts& rows, std::size_t first, const StandardOutcomes& out) {
+    for (std::size_t i = 0; i < FullHouse; ++i) {
+        rows[first + i] = out[FullHouse - i];
+    }
+}
+
+void MapSuitedRuns(RowCounts& rows, const StandardOutcomes& out) {
+    rows[0] = out[Royal];
+    rows[1] = out[StraightFlush];
+}
+
+std::int32_t QuadsOf(const QuadsByRank& quads, std::int32_t lowest, std::int32_t highest) {
+    std::int32_t sum = 0;
+    for (std::int32_t rank = lowest; rank <= highest; ++rank) {
+        sum += quads[static_cast<std::size_t>(rank)];
+    }
+    return sum;
+}
+
+void MapJacksOrBetter(RowCounts& rows, const StandardDraws& draws, std::size_t hold) {
+    MapSuitedRuns(rows, draws.outcomes[hold]);
+    rows[2] = draws.outcomes[hold][Quads];
+    MapBelowQuads(rows, 3, draws.outcomes[hold]);
+}
+
+void MapDoubleBonusPoker(RowCounts& rows, const StandardDraws& draws, std::size_t hold) {
+    const QuadsByRank& quads = draws.quadsByRank[hold];
+    MapSuitedRuns(rows, draws.outcomes[hold]);
+    rows[2] = quads[RankAce];
+    rows[3] = QuadsOf(quads, RankDeuce, RankFour);
+    rows[4] = QuadsOf(quads, RankFour + 1, RankKing);
+    MapBelowQuads(rows, 5, draws.outcomes[hold]);
+}
+
+void MapDoubleDoubleJackpot(RowCounts& rows, const StandardDraws& draws, std::size_t hold) {
+    const QuadsByRank& quads = draws.quadsByRank[hold];
+    const KickerQuads& kicker = draws.courtQuads[hold];
+    MapSuitedRuns(rows, draws.outcomes[hold]);
+    rows[2] = kicker[3];
+    rows[3] = quads[RankAce] - kicker[3];
+    rows[4] = kicker[0] + kicker[1] + kicker[2];
+    rows[5] = QuadsOf(quads, RankJack, RankKing) - rows[4];
+    rows[6] = QuadsOf(quads, RankDeuce, RankTen);
+    MapBelowQuads(rows, 7, draws.outcomes[hold]);
+}
+
+void MapDoubleDoubleBonus(RowCounts& rows, const StandardDraws& draws, std::size_t hold) {
+    const QuadsByRank& quads = draws.quadsByRank[hold];
+    const KickerQuads& kicker = draws.lowQuads[hold];
+    MapSuitedRuns(rows, draws.outcomes[hold]);
+    rows[2] = kicker[3];
+    rows[3] = kicker[0] + kicker[1] + kicker[2];
+    rows[4] = quads[RankAce] - kicker[3];
+    rows[5] = QuadsOf(quads, RankDeuce, RankFour) - rows[3];
+    rows[6] = QuadsOf(quads, RankFour + 1, RankKing);
+    MapBelowQuads(rows, 7, draws.outcomes[hold]);
+}
+
+using MapRows = void (*)(RowCounts& rows, const StandardDraws& draws, std::size_t hold);
+
+inline void ScoreDraws(const StandardDraws& draws, const RowPays& pays, std::size_t rows,
+                       MapRows mapRows) {
+    for (std::size_t hold = 0; hold < HoldAllIndex; ++hold) {
+        mapRows(resultTable[hold].counts, draws, hold);
+        ScoreHold(hold, pays, rows, draws.outcomes[hold][NoPay], draws.outcomes[hold][Total]);
+    }
+}
+
+// Two kinds of four of a kind and of straight flush, with wild cards and without, pay alike.
+void MapDeucesWild(RowCounts& rows, const DeucesCounter& count) {
+    rows[0] = count[DeucesNaturalRoyal];
+    rows[1] = count[DeucesFourDeuces];
+    rows[2] = count[DeucesWildRoyal];
+    rows[3] = count[DeucesFiveOfAKind];
+    rows[4] = count[DeucesStraightFlush] + count[DeucesNaturalStraightFlush];
+    rows[5] = count[DeucesFourOfAKind] + count[DeucesNaturalFourOfAKind];
+    rows[6] = count[DeucesFullHouse];
+    rows[7] = count[DeucesFlush];
+    rows[8] = count[DeucesStraight];
+    rows[9] = count[DeucesThreeOfAKind];
+}
+
+DeucesWorkArea deucesWork;
+
+} // namespace
+
+void ScoreStandardHolds(const CardRecord* hand, const GameDescriptor& game, std::int32_t coins) {
+    StandardDraws draws;
+    CopyCodes(hand, draws.cards.data());
+    const RowPays pays = PaysAtBet(game, coins);
+    ScoreHoldAll(draws.cards.data(), game, pays);
+    EnumerateStandardDraws(draws, RankJack);
+    switch (game.id) {
+    case JacksOrBetter:
+        return ScoreDraws(draws, pays, 9, MapJacksOrBetter);
+    case DoubleBonusPoker:
+        return ScoreDraws(draws, pays, 11, MapDoubleBonusPoker);
+    case DoubleDoubleJackpot:
+        return ScoreDraws(draws, pays, 13, MapDoubleDoubleJackpot);
+    case DoubleDoubleBonus:
+        return ScoreDraws(draws, pays, 13, MapDoubleDoubleBonus);
+    default:
+        return;
+    }
+}
+
+void ScoreDeucesHolds(const CardRecord* hand, const GameDescriptor& game, std::int32_t coins) {
+    CopyCodes(hand, deucesWork.codes);
+    CountDeucesHolds(&deucesWork);
+    if (game.id != DeucesWild) {
+        return;
+    }
+    const RowPays pays = PaysAtBet(game, coins);
+    ScoreHoldAll(deucesWork.codes, game, pays);
+    for (std::size_t hold = 0; hold < HoldAllIndex; ++hold) {
+        const DeucesCounter& count = deucesWork.counters[hold];
+        MapDeucesWild(resultTable[hold].counts, count);
+        ScoreHold(hold, pays, 10, count[DeucesNoPay], count[DeucesTotal]);
+    }
+}
+
+std::int32_t FindBestHold(const CardRecord* hand, const GameDescriptor& game, std::int32_t coins) {
+    resultTable[HoldAllIndex].counts.fill(0);
+    switch (game.id) {
+    case JacksOrBetter:
+    case DoubleDoubleJackpot:
+    case DoubleBonusPoker:
+    case DoubleDoubleBonus:
+        ScoreStandardHolds(hand, game, coins);
+        break;
+    case DeucesWild:
+        ScoreDeucesHolds(hand, game, coins);
+        break;
+    default:
+        break;
+    }
+    double best = -1.0;
+    std::int32_t index = 0;
+    for (std::int32_t hold = 0; hold < HoldCount; ++hold) {
+        const double value = resultTable[static_cast<std::size_t>(hold)].expectedReturn;
+        if (value > best) {
+            best = value;
+            index = hold;
+        }
+    }
+    return index;
 }

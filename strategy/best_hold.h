@@ -28,4 +28,10 @@ extern std::array<HoldResult, HoldCount> resultTable;
 // is over whatever returns stand in the table.
 std::int32_t FindBestHold(const CardRecord* hand, const GameDescriptor& game, std::int32_t coins);
 
+// The search in each deck's games, all but the choice; called only by FindBestHold. Record 31's
+// counts must be clear. A game that is not the front's gets no record of 0..30 written.
+void ScoreStandardHolds(const CardRecord* hand, const GameDescriptor& game, std::int32_t coins);
+void ScoreDeucesHolds(const CardRecord* hand, const GameDescriptor& game, std::int32_t coins);
+void ScoreJokerHolds(const CardRecord* hand, const GameDescriptor& game, std::int32_t coins);
+
 #endif
