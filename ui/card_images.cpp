@@ -9,7 +9,6 @@ namespace {
 
 // All in design pixels.
 constexpr int LargePipSize = 25;
-constexpr int SmallPipSize = 15;
 constexpr int PictureWidth = 25;
 constexpr int PictureHeight = 27;
 constexpr int GlyphSize = 17;
@@ -25,14 +24,23 @@ constexpr int CardBackHeight = 105;
 constexpr std::int32_t DeuceValue = 2;
 constexpr std::int32_t JackValue = 11;
 
+// Which positions of the hand show a face, while there are no pictures.
+std::array<bool, HandSize> facesToShow{};
+
+// Cards are put together from the pictures of a whole scale, and reduced as a whole where the table
+// stands between two scales.
+int ArtScale() {
+    return WholeScale(program.layout.scale);
+}
+
 HBITMAP LoadPicture(int id) {
-    const int scaled = id + PICTURE_SCALE_STEP * (program.scale - 1);
+    const int scaled = id + PICTURE_SCALE_STEP * (ArtScale() - 1);
     return LoadBitmapW(program.instance, MAKEINTRESOURCEW(scaled));
 }
 
 // Copies column and row of a picture's grid of cells to a place on the card.
 void CopyCell(HDC card, POINT place, int width, int height, HBITMAP picture, int column, int row) {
-    const int s = program.scale;
+    const int s = ArtScale();
     CopyPicture(card, static_cast<int>(place.x) * s, static_cast<int>(place.y) * s, width * s,
                 height * s, picture, column * width * s, row * height * s);
 }
@@ -73,10 +81,9 @@ struct BlankCard {
     HGDIOBJ before;
 };
 
-BlankCard BeginCard() {
+// A white card of so many pixels.
+BlankCard BeginCard(int width, int height) {
     const HDC screen = GetDC(program.window);
-    const int width = CardImageWidth * program.scale;
-    const int height = CardImageHeight * program.scale;
     BlankCard card{};
     card.dc = CreateCompatibleDC(screen);
     card.bitmap = CreateCompatibleBitmap(screen, width, height);
@@ -93,14 +100,18 @@ HBITMAP FinishCard(BlankCard& card) {
     return card.bitmap;
 }
 
-HBITMAP MakeCardBack() {
-    const int s = program.scale;
-    const HBITMAP drawing = LoadPicture(IDB_CARD_BACK);
-    BlankCard card = BeginCard();
-    DrawReduced(card.dc, CardImageWidth * s, CardImageHeight * s, drawing, CardBackWidth * s,
-                CardBackHeight * s);
-    DeleteObject(drawing);
+// A card image of the table's size from a larger picture of it, which is deleted.
+HBITMAP ReducedCard(HBITMAP picture, int width, int height) {
+    const Area target = {0, 0, Scaled(CardImageWidth), Scaled(CardImageHeight)};
+    BlankCard card = BeginCard(Width(target), Height(target));
+    DrawReduced(card.dc, target, picture, {0, 0, width, height});
+    DeleteObject(picture);
     return FinishCard(card);
+}
+
+HBITMAP MakeCardBack() {
+    const int s = ArtScale();
+    return ReducedCard(LoadPicture(IDB_CARD_BACK), CardBackWidth * s, CardBackHeight * s);
 }
 
 } // namespace
@@ -111,9 +122,17 @@ void LoadPictures() {
     program.ranks = LoadPicture(IDB_RANKS);
     program.wildDeuce = LoadPicture(IDB_WILD_DEUCE);
     program.cardBack = MakeCardBack();
+    for (std::size_t position = 0; position < HandSize; ++position) {
+        if (facesToShow[position]) {
+            ShowFace(position);
+        }
+    }
 }
 
 void DeletePictures() {
+    for (std::size_t position = 0; position < HandSize; ++position) {
+        facesToShow[position] = program.faces[position] != nullptr;
+    }
     ResetHandImages();
     for (HBITMAP* picture : {&program.largePips, &program.smallPips, &program.ranks,
                              &program.wildDeuce, &program.cardBack}) {
@@ -123,9 +142,23 @@ void DeletePictures() {
 }
 
 HBITMAP BuildCardImage(const CardRecord& card) {
-    BlankCard blank = BeginCard();
+    const int width = CardImageWidth * ArtScale();
+    const int height = CardImageHeight * ArtScale();
+    BlankCard blank = BeginCard(width, height);
     DrawFace(blank.dc, card);
-    return FinishCard(blank);
+    const HBITMAP face = FinishCard(blank);
+    return width == Scaled(CardImageWidth) ? face : ReducedCard(face, width, height);
+}
+
+void DrawSmallPip(HDC dc, int x, int y, int suit) {
+    const int size = SmallPipSize * ArtScale();
+    const int shown = Scaled(SmallPipSize);
+    if (size == shown) {
+        CopyPicture(dc, x, y, size, size, program.smallPips, suit * size, 0);
+    } else {
+        DrawReduced(dc, {x, y, x + shown, y + shown}, program.smallPips,
+                    {suit * size, 0, (suit + 1) * size, size});
+    }
 }
 
 void ShowFace(std::size_t position) {

@@ -6,6 +6,7 @@
 #include "core/game_lock.h"
 #include "core/table.h"
 #include "strategy/best_hold.h"
+#include "ui/card_images.h"
 #include "ui/drawing.h"
 #include "ui/hand_details_dialog.h"
 #include "ui/program.h"
@@ -33,14 +34,9 @@ constexpr int GridColumns = 7;
 constexpr int GridRows = 8;
 constexpr int SlotHeight = 38;
 constexpr int GridTop = 40;
-constexpr int SmallPipSize = 15;
 constexpr COLORREF LightGrey = RGB(192, 192, 192);
 constexpr COLORREF Blue = RGB(0, 0, 255);
 constexpr COLORREF Olive = RGB(128, 128, 0);
-
-int Scaled(int designPixels) {
-    return designPixels * program.scale;
-}
 
 bool IsSlot(int id) {
     return id >= IDC_FIRST_SLOT && id < IDC_FIRST_SLOT + static_cast<int>(HandSize);
@@ -212,8 +208,8 @@ void DrawCardText(HDC dc, const Area& area, Card card) {
     DrawFittedText(dc, letter, {area.left, area.top, middle, area.bottom}, red ? DarkRed : Black,
                    DT_CENTER);
     const int pip = Scaled(SmallPipSize);
-    CopyPicture(dc, middle + (area.right - middle - pip) / 2, area.top + (Height(area) - pip) / 2,
-                pip, pip, program.smallPips, suit * pip, 0);
+    DrawSmallPip(dc, middle + (area.right - middle - pip) / 2, area.top + (Height(area) - pip) / 2,
+                 suit);
     if (program.table.game.id == DeucesWild && RankOf(card) == RankDeuce) {
         const HGDIOBJ before = SelectObject(dc, program.statusFont);
         DrawFittedText(dc, L"W", {area.left, area.bottom - Scaled(12), area.right, area.bottom},

@@ -1,4 +1,4 @@
-// Where everything on the table stands, computed once from the client area's bottom edge.
+// Where everything on the table stands in the window.
 #ifndef TESSARIN_UI_LAYOUT_H
 #define TESSARIN_UI_LAYOUT_H
 
@@ -7,10 +7,13 @@
 
 #include "core/types.h"
 
-// The handheld's client area: the table is designed for it, and every other size is a whole
-// multiple, the scale.
+// The handheld's client area: the table is designed for it, and every other size is that design
+// enlarged.
 inline constexpr std::int32_t DesignWidth = 240;
 inline constexpr std::int32_t DesignHeight = 294;
+
+// The largest whole scale that there are pictures for; the table grows no larger.
+inline constexpr std::int32_t MaxScale = 4;
 
 // A card image, inside the card's outline.
 inline constexpr std::int32_t CardImageWidth = 43;
@@ -34,11 +37,42 @@ constexpr bool Contains(const Area& area, std::int32_t x, std::int32_t y) {
     return x >= area.left && x < area.right && y >= area.top && y < area.bottom;
 }
 
+// How much larger than its design the table is: so many pixels for so many design pixels.
+struct Scale {
+    std::int32_t pixels;
+    std::int32_t design;
+    bool operator==(const Scale&) const = default;
+};
+
+// A design measure of 0 or more in pixels, rounded.
+constexpr std::int32_t ScaledBy(const Scale& scale, std::int32_t designPixels) {
+    return (designPixels * scale.pixels * 2 + scale.design) / (2 * scale.design);
+}
+
+// The smallest whole scale that is no smaller; its pictures need only be reduced.
+constexpr std::int32_t WholeScale(const Scale& scale) {
+    return (scale.pixels + scale.design - 1) / scale.design;
+}
+
+// Where the table stands in the client area, and how large it is.
+struct Placement {
+    Scale scale;
+    std::int32_t left;
+    std::int32_t top;
+    bool operator==(const Placement&) const = default;
+};
+
+// The largest table that fits the client area, from scale 1 to MaxScale, in its middle. In a
+// smaller area it stands at scale 1 in the top left corner.
+Placement FitTable(std::int32_t clientWidth, std::int32_t clientHeight);
+
 struct Layout {
+    Scale scale;
     std::array<Area, HandSize> cards; // the outline; the image stands 2 design pixels inside
     std::array<Area, HandSize> held;
-    Area names;   // paytable
-    Area payouts; // paytable
+    Area names;                  // paytable
+    Area payouts;                // paytable
+    std::int32_t paytableHeight; // of both, in design pixels
     Area coinsIn;
     Area credits;
     Area prompt; // a tap here deals or draws
@@ -52,12 +86,12 @@ struct Layout {
     std::int32_t menuTop;
 };
 
-// For a client area whose bottom edge is clientBottom, in pixels, at a scale of 1 or more.
-Layout ComputeLayout(std::int32_t clientBottom, std::int32_t scale);
+// For a table placed so, whose bottom edge is at designBottom in design pixels.
+Layout ComputeLayout(const Placement& placement, std::int32_t designBottom = DesignHeight);
 
-// The largest whole scale, from 1 to maxScale, at which a window with a frame of the given extra
+// The largest whole scale, from 1 to MaxScale, at which a window with a frame of the given extra
 // width and height takes at most two thirds of the work area either way.
 std::int32_t StartingScale(std::int32_t workWidth, std::int32_t workHeight, std::int32_t frameWidth,
-                           std::int32_t frameHeight, std::int32_t maxScale);
+                           std::int32_t frameHeight);
 
 #endif

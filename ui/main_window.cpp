@@ -8,7 +8,6 @@
 #include "training/session_stats.h"
 #include "ui/card_images.h"
 #include "ui/commands.h"
-#include "ui/drawing.h"
 #include "ui/hand_play.h"
 #include "ui/program.h"
 #include "ui/resource.h"
@@ -28,40 +27,48 @@ HFONT MakeBoldFont(int pixels) {
 namespace {
 
 constexpr int NameSize = 80;
-constexpr int BoldestPanelFont = 15;
 
-HWND AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style, const Area& area,
-                int id, HFONT font) {
-    const HWND control =
-        CreateWindowExW(0, windowClass, text, WS_CHILD | WS_VISIBLE | style, area.left, area.top,
-                        Width(area), Height(area), program.window,
-                        reinterpret_cast<HMENU>(std::intptr_t{id}), program.instance, nullptr);
-    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
-    return control;
+Placement placement; // of the table in the client area
+
+struct Control {
+    int id;
+    const wchar_t* windowClass;
+    const wchar_t* text;
+    DWORD style;
+    Area Layout::*place;
+    HFONT Program::*font;
+};
+
+constexpr Control controls[] = {
+    {IDC_MENU, L"button", L"Menu", 0, &Layout::menuButton, &Program::paidFont},
+    {IDC_GAMES, L"button", L"Games", 0, &Layout::gamesButton, &Program::paidFont},
+    {IDC_BET_ONE, L"button", L"&Bet 1", 0, &Layout::betButton, &Program::paidFont},
+    {IDC_DEAL_DRAW, L"button", L"&Deal", 0, &Layout::dealButton, &Program::paidFont},
+    {IDC_STATUS, L"static", L"G A M E   O V E R --- Deal To Play", SS_CENTER | WS_BORDER,
+     &Layout::status, &Program::statusFont},
+};
+
+void PlaceControls() {
+    for (const Control& control : controls) {
+        const HWND window = GetDlgItem(program.window, control.id);
+        const Area& place = program.layout.*control.place;
+        MoveWindow(window, place.left, place.top, Width(place), Height(place), TRUE);
+        SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(program.*control.font), TRUE);
+    }
 }
 
 void AddControls() {
-    const Layout& layout = program.layout;
-    const HFONT font = program.paidFont;
-    AddControl(L"button", L"Menu", 0, layout.menuButton, IDC_MENU, font);
-    AddControl(L"button", L"Games", 0, layout.gamesButton, IDC_GAMES, font);
-    const HWND bet = AddControl(L"button", L"&Bet 1", 0, layout.betButton, IDC_BET_ONE, font);
-    AddControl(L"button", L"&Deal", 0, layout.dealButton, IDC_DEAL_DRAW, font);
-    const HWND status =
-        AddControl(L"static", L"G A M E   O V E R --- Deal To Play", SS_CENTER | WS_BORDER,
-                   layout.status, IDC_STATUS, program.statusFont);
+    for (const Control& control : controls) {
+        CreateWindowExW(0, control.windowClass, control.text, WS_CHILD | WS_VISIBLE | control.style,
+                        0, 0, 0, 0, program.window,
+                        reinterpret_cast<HMENU>(std::intptr_t{control.id}), program.instance,
+                        nullptr);
+    }
+    PlaceControls();
     wchar_t text[16];
     std::swprintf(text, 16, L"Bet %i", program.table.bet);
-    SetWindowTextW(bet, text);
-    SetWindowTextW(status, program.table.game.title);
-}
-
-void MakeFonts() {
-    const int s = program.scale;
-    program.heldFont = MakeBoldFont(16 * s);
-    program.paidFont = MakeBoldFont(13 * s);
-    program.statusFont = MakeBoldFont(12 * s);
-    program.panelFont = MakeBoldFont(BoldestPanelFont * s);
+    SetDlgItemTextW(program.window, IDC_BET_ONE, text);
+    SetDlgItemTextW(program.window, IDC_STATUS, program.table.game.title);
 }
 
 void MakeBrushes() {
@@ -69,7 +76,53 @@ void MakeBrushes() {
     program.navy = CreateSolidBrush(Navy);
     program.yellow = CreateSolidBrush(Yellow);
     program.darkRed = CreateSolidBrush(DarkRed);
-    program.yellowPen = CreatePen(PS_SOLID, program.scale, Yellow);
+}
+
+void DeleteBrushes() {
+    for (HBRUSH* brush : {&program.darkNavy, &program.navy, &program.yellow, &program.darkRed}) {
+        DeleteObject(*brush);
+        *brush = nullptr;
+    }
+}
+
+Placement PlacementInClient() {
+    RECT client;
+    GetClientRect(program.window, &client);
+    return FitTable(client.right, client.bottom);
+}
+
+// Everything that is of the table's size.
+void MakeTableObjects() {
+    placement = PlacementInClient();
+    program.layout = ComputeLayout(placement);
+    program.yellowPen = CreatePen(PS_SOLID, Scaled(1), Yellow);
+    program.heldFont = MakeBoldFont(Scaled(16));
+    program.paidFont = MakeBoldFont(Scaled(13));
+    program.statusFont = MakeBoldFont(Scaled(12));
+    program.panelFont = MakeBoldFont(Scaled(15));
+    LoadPictures();
+}
+
+void DeleteTableObjects() {
+    DeletePictures();
+    DeleteObject(program.yellowPen);
+    for (HFONT* font :
+         {&program.heldFont, &program.paidFont, &program.statusFont, &program.panelFont}) {
+        DeleteObject(*font);
+        *font = nullptr;
+    }
+}
+
+// A count-up draws with these objects on its own thread, so it is let end first.
+void ResizeTable() {
+    if (PlacementInClient() == placement) {
+        return;
+    }
+    FinishCountUp();
+    DeleteTableObjects();
+    MakeTableObjects();
+    PlaceControls();
+    InvalidateRect(program.window, nullptr, FALSE);
 }
 
 void InitCommonControlClasses() {
@@ -84,24 +137,8 @@ void StartUp() {
     InitCommonControlClasses();
     CreateGameLock();
     OpenTable(program.table);
-    MakeFonts();
-    RECT client;
-    GetClientRect(program.window, &client);
-    program.layout = ComputeLayout(client.bottom, program.scale);
-    LoadPictures();
+    MakeTableObjects();
     AddControls();
-}
-
-void DeleteDrawingObjects() {
-    DeletePictures();
-    for (const HGDIOBJ object :
-         {static_cast<HGDIOBJ>(program.heldFont), static_cast<HGDIOBJ>(program.paidFont),
-          static_cast<HGDIOBJ>(program.statusFont), static_cast<HGDIOBJ>(program.panelFont),
-          static_cast<HGDIOBJ>(program.darkNavy), static_cast<HGDIOBJ>(program.navy),
-          static_cast<HGDIOBJ>(program.yellow), static_cast<HGDIOBJ>(program.darkRed),
-          static_cast<HGDIOBJ>(program.yellowPen)}) {
-        DeleteObject(object);
-    }
 }
 
 // The payout that is still being counted reaches the credits before they are written.
@@ -109,7 +146,9 @@ void ShutDown() {
     FinishCountUp();
     StoreSessionStats(program.stats);
     StoreTable(program.table);
-    DeleteDrawingObjects();
+    ShellStorePlace(program.window);
+    DeleteTableObjects();
+    DeleteBrushes();
     PostQuitMessage(0);
 }
 
@@ -121,8 +160,7 @@ void Paint() {
 }
 
 LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (ShellSessionEnds(message, wParam)) {
-        DestroyWindow(window);
+    if (ShellHandle(window, message, wParam, lParam)) {
         return 0;
     }
     switch (message) {
@@ -140,6 +178,11 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
         return 0;
     case WM_CHAR:
         DoKey(static_cast<wchar_t>(wParam));
+        return 0;
+    case WM_SIZE:
+        if (wParam != SIZE_MINIMIZED) {
+            ResizeTable();
+        }
         return 0;
     case WM_SETFOCUS:
         ShellHideInputPanelButton(window);
@@ -180,7 +223,7 @@ bool CreateMainWindow(const wchar_t* className, const wchar_t* title, int show,
     ShellAdoptWindow(window);
     const HICON icon = LoadIconW(program.instance, MAKEINTRESOURCEW(IDI_PROGRAM));
     SendMessageW(window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon));
-    ShowWindow(window, show);
+    ShowWindow(window, frame.maximised ? SW_SHOWMAXIMIZED : show);
     UpdateWindow(window);
     return true;
 }
@@ -209,7 +252,6 @@ int RunProgram(HINSTANCE instance, HINSTANCE previous, int show) {
     }
     ShellStart();
     const ShellWindowFrame frame = ShellMainWindowFrame();
-    program.scale = frame.scale;
     if (previous == nullptr && !RegisterMainWindow(className)) {
         return 0;
     }

@@ -15,11 +15,13 @@ namespace {
 // first no field at all.
 std::int32_t pendingRow = 0;
 
-HFONT editorFont = nullptr; // of the open dialog; null where the dialog's own serves
+HFONT editorFont = nullptr; // of the open dialog
 
 constexpr int HeaderTop = 2;
 constexpr int FirstRowTop = 18;
 constexpr int RowHeight = 15;
+constexpr int TextHeight = 13;
+constexpr int LeastWidth = 220;
 constexpr int ButtonHeight = 24;
 constexpr int ButtonsAboveBottom = 25;
 constexpr int CoinsPerMaxBet = 5;
@@ -28,9 +30,12 @@ const GameDescriptor& Game() {
     return program.table.game;
 }
 
-// A measure of the handheld's at the table's scale and the screen's density.
+// A measure of the handheld's: as large as on the table, but no smaller than the screen's density
+// asks for.
 int Pixels(HWND dialog, int designPixels) {
-    return DialogPixels(dialog, designPixels * program.scale);
+    const int onTable = Scaled(designPixels);
+    const int onScreen = DialogPixels(dialog, designPixels);
+    return onTable > onScreen ? onTable : onScreen;
 }
 
 // The columns of the dialog: names up to half, then a quarter for each payout.
@@ -61,10 +66,6 @@ std::int32_t ReadNumber(HWND dialog, int id) {
     return static_cast<std::int32_t>(GetDlgItemInt(dialog, id, nullptr, FALSE));
 }
 
-HFONT TextFont(HWND dialog) {
-    return editorFont != nullptr ? editorFont : DialogFont(dialog);
-}
-
 // Each control goes behind those before it, which makes the order of creation that of the Tab key.
 void PutLast(HWND control) {
     SetWindowPos(control, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
@@ -76,7 +77,7 @@ void AddControl(HWND dialog, const wchar_t* windowClass, const wchar_t* text, DW
         0, windowClass, text, WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, place.left, place.top,
         place.right - place.left, place.bottom - place.top, dialog,
         reinterpret_cast<HMENU>(std::intptr_t{id}), program.instance, nullptr);
-    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont(dialog)), FALSE);
+    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(editorFont), FALSE);
     PutLast(control);
 }
 
@@ -89,15 +90,12 @@ void AddFields(HWND dialog, int firstId, int left, int width, const std::int32_t
     }
 }
 
-// Above scale 1 the dialog's texts grow with its rows.
+// The dialog's own face, growing with the rows.
 void MakeEditorFont(HWND dialog) {
-    editorFont = nullptr;
-    if (program.scale > 1) {
-        LOGFONTW font = {};
-        GetObjectW(DialogFont(dialog), sizeof font, &font);
-        font.lfHeight *= program.scale;
-        editorFont = CreateFontIndirectW(&font);
-    }
+    LOGFONTW font = {};
+    GetObjectW(DialogFont(dialog), sizeof font, &font);
+    font.lfHeight = Pixels(dialog, TextHeight);
+    editorFont = CreateFontIndirectW(&font);
 }
 
 int NeededHeight(HWND dialog) {
@@ -119,7 +117,7 @@ void AddControls(HWND dialog) {
     AddControl(dialog, L"button", L"Cancel", 0, IDCANCEL, {third, top, 2 * third, end});
     const HWND ok = GetDlgItem(dialog, IDOK);
     SetWindowTextW(ok, L"OK");
-    SendMessageW(ok, WM_SETFONT, reinterpret_cast<WPARAM>(TextFont(dialog)), FALSE);
+    SendMessageW(ok, WM_SETFONT, reinterpret_cast<WPARAM>(editorFont), FALSE);
     MoveWindow(ok, 2 * columns.third, static_cast<int>(top), columns.third,
                static_cast<int>(end - top), TRUE);
     PutLast(ok);
@@ -129,7 +127,7 @@ void Open(HWND dialog) {
     SetWindowTextW(dialog, L"Change Paytable");
     ShellFillScreen(dialog);
     ShellShowInputPanelButton(program.window);
-    ShellCoverMainWindow(dialog, program.window, 0, NeededHeight(dialog));
+    ShellCoverMainWindow(dialog, program.window, Pixels(dialog, LeastWidth), NeededHeight(dialog));
     MakeEditorFont(dialog);
     AddControls(dialog);
     SetFocus(GetDlgItem(dialog, IDC_FIRST_ONE_COIN));
@@ -137,7 +135,7 @@ void Open(HWND dialog) {
 
 void DrawTexts(HWND dialog, HDC dc) {
     const Columns columns = ColumnsOf(dialog);
-    const HGDIOBJ before = SelectObject(dc, TextFont(dialog));
+    const HGDIOBJ before = SelectObject(dc, editorFont);
     const COLORREF colour = GetSysColor(COLOR_BTNTEXT);
     const int top = Pixels(dialog, HeaderTop);
     const int end = RowTop(dialog, 0);

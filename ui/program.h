@@ -11,7 +11,6 @@
 struct Program {
     HINSTANCE instance;
     HWND window;
-    int scale; // of the table, 1 or more
     Layout layout;
     Table table;
     SessionStats stats;
@@ -21,9 +20,9 @@ struct Program {
     HBRUSH navy;
     HBRUSH yellow;
     HBRUSH darkRed;
-    HPEN yellowPen;
 
-    // These and the pictures live from creation to destruction of the window.
+    // The rest is of the table's size: made with the window, made anew when its size changes.
+    HPEN yellowPen;
     HFONT heldFont;   // 16 design pixels
     HFONT paidFont;   // 13
     HFONT statusFont; // 12
@@ -38,6 +37,11 @@ struct Program {
 };
 
 extern Program program;
+
+// A measure of the table's design in pixels of the window.
+inline int Scaled(int designPixels) {
+    return ScaledBy(program.layout.scale, designPixels);
+}
 
 inline constexpr COLORREF Black = RGB(0, 0, 0);
 inline constexpr COLORREF White = RGB(255, 255, 255);

@@ -8,17 +8,20 @@
 // Before anything else in the process.
 void ShellStart();
 
-// Style, place and size for the main window, and the whole scale it is to be drawn at. Places are
-// in pixels of the screen, CW_USEDEFAULT where the shell decides.
+// Style, place and size for the main window: where and as large as it was left, if that is still on
+// a screen. Places are in pixels of the screen, CW_USEDEFAULT where the shell decides.
 struct ShellWindowFrame {
     DWORD style;
     int x;
     int y;
     int width;
     int height;
-    int scale;
+    bool maximised;
 };
 ShellWindowFrame ShellMainWindowFrame();
+
+// Writes the place that the next start takes up.
+void ShellStorePlace(HWND window);
 
 // After the main window is created.
 void ShellAdoptWindow(HWND window);
@@ -27,8 +30,10 @@ void ShellAdoptWindow(HWND window);
 // is minimised.
 void ShellBringToFront(HWND window);
 
-// Whether the message says that the user's session ends now.
-bool ShellSessionEnds(UINT message, WPARAM wParam);
+// Messages to the main window that only a desktop sends: the end of the user's session, which
+// closes the window; the limits of its size; a move to a screen of another density. True if the
+// message was one of them and is dealt with.
+bool ShellHandle(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 // The pen-driven platform's button for the on-screen keyboard.
 void ShellHideInputPanelButton(HWND window);

@@ -1,10 +1,11 @@
 #include "ui/shell.h"
 
+#include "settings/settings.h"
 #include "ui/layout.h"
 
 namespace {
 
-constexpr int MaxScale = 4; // the largest set of pictures
+constexpr DWORD WindowStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_VISIBLE;
 
 // The handheld shell's calls, by ordinal; absent on a desktop.
 using InitDialogCall = BOOL(WINAPI*)(void*);
@@ -36,6 +37,45 @@ RECT WorkAreaOf(HWND window) {
     return info.rcWork;
 }
 
+// What a window's frame adds to its client area.
+SIZE BorderSize() {
+    RECT frame = {0, 0, 0, 0};
+    AdjustWindowRectEx(&frame, WindowStyle, FALSE, 0);
+    return {frame.right - frame.left, frame.bottom - frame.top};
+}
+
+LONG ReadPlaceValue(const wchar_t* name) {
+    return ReadInteger(SettingsRoot::CurrentUser, SettingsKey, name, 0);
+}
+
+void WritePlaceValue(const wchar_t* name, LONG value) {
+    WriteInteger(SettingsRoot::CurrentUser, SettingsKey, name, value, 0);
+}
+
+// The stored place, if it is large enough for the table and its title bar can be reached on some
+// screen.
+bool ReadPlace(ShellWindowFrame& frame) {
+    constexpr LONG largest = 32767; // of a window's coordinates
+    const LONG left = ReadPlaceValue(L"WindowLeft");
+    const LONG top = ReadPlaceValue(L"WindowTop");
+    const LONG width = ReadPlaceValue(L"WindowWidth");
+    const LONG height = ReadPlaceValue(L"WindowHeight");
+    if (width < DesignWidth || height < DesignHeight || width > largest || height > largest ||
+        left < -largest || left > largest || top < -largest || top > largest) {
+        return false;
+    }
+    const RECT titleBar = {left, top, left + width, top + GetSystemMetrics(SM_CYCAPTION)};
+    if (MonitorFromRect(&titleBar, MONITOR_DEFAULTTONULL) == nullptr) {
+        return false;
+    }
+    frame.x = static_cast<int>(left);
+    frame.y = static_cast<int>(top);
+    frame.width = static_cast<int>(width);
+    frame.height = static_cast<int>(height);
+    frame.maximised = ReadPlaceValue(L"WindowMaximised") == 1;
+    return true;
+}
+
 // Moves a window of the given size to a place as close as may be to (x, y) and wholly on the
 // screen.
 void PlaceOnScreen(HWND window, HWND beside, int x, int y, int width, int height) {
@@ -58,21 +98,36 @@ void ShellStart() {
 }
 
 ShellWindowFrame ShellMainWindowFrame() {
-    constexpr DWORD style = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN | WS_VISIBLE;
-    RECT frame = {0, 0, 0, 0};
-    AdjustWindowRectEx(&frame, style, FALSE, 0);
-    const int frameWidth = frame.right - frame.left;
-    const int frameHeight = frame.bottom - frame.top;
+    ShellWindowFrame frame = {WindowStyle, CW_USEDEFAULT, CW_USEDEFAULT, 0, 0, false};
+    if (ReadPlace(frame)) {
+        return frame;
+    }
     RECT work = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
-    const int scale = StartingScale(work.right - work.left, work.bottom - work.top, frameWidth,
-                                    frameHeight, MaxScale);
-    return {style,
-            CW_USEDEFAULT,
-            CW_USEDEFAULT,
-            DesignWidth * scale + frameWidth,
-            DesignHeight * scale + frameHeight,
-            scale};
+    const SIZE border = BorderSize();
+    const int scale = StartingScale(work.right - work.left, work.bottom - work.top,
+                                    static_cast<int>(border.cx), static_cast<int>(border.cy));
+    frame.width = DesignWidth * scale + static_cast<int>(border.cx);
+    frame.height = DesignHeight * scale + static_cast<int>(border.cy);
+    return frame;
+}
+
+void ShellStorePlace(HWND window) {
+    WINDOWPLACEMENT placement = {};
+    placement.length = sizeof placement;
+    if (!GetWindowPlacement(window, &placement)) {
+        return;
+    }
+    // The normal place of a window that is not in it counts from the work area's corner.
+    RECT place = placement.rcNormalPosition;
+    if (!IsIconic(window) && !IsZoomed(window)) {
+        GetWindowRect(window, &place);
+    }
+    WritePlaceValue(L"WindowLeft", place.left);
+    WritePlaceValue(L"WindowTop", place.top);
+    WritePlaceValue(L"WindowWidth", place.right - place.left);
+    WritePlaceValue(L"WindowHeight", place.bottom - place.top);
+    WritePlaceValue(L"WindowMaximised", placement.showCmd == SW_SHOWMAXIMIZED ? 1 : 0);
 }
 
 // The window class has no cursor, which suits a pen; a mouse needs its arrow.
@@ -88,8 +143,28 @@ void ShellBringToFront(HWND window) {
     SetForegroundWindow(GetLastActivePopup(window));
 }
 
-bool ShellSessionEnds(UINT message, WPARAM wParam) {
-    return message == WM_ENDSESSION && wParam != FALSE;
+bool ShellHandle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_ENDSESSION:
+        if (wParam != FALSE) {
+            DestroyWindow(window);
+        }
+        return true;
+    case WM_GETMINMAXINFO: {
+        const SIZE border = BorderSize();
+        POINT& least = reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize;
+        least = {DesignWidth + border.cx, DesignHeight + border.cy};
+        return true;
+    }
+    case WM_DPICHANGED: {
+        const RECT& place = *reinterpret_cast<const RECT*>(lParam);
+        SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left,
+                     place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+        return true;
+    }
+    default:
+        return false;
+    }
 }
 
 void ShellHideInputPanelButton(HWND window) {

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "ui/drawing.h"
+
 namespace {
 
 // A bitmap of 32-bit pixels, top row first, that can be read and written directly.
@@ -77,23 +79,20 @@ std::uint32_t MeanColour(const PixelBitmap& source, const PixelBitmap& target, i
 
 } // namespace
 
-void DrawReduced(HDC dc, int width, int height, HBITMAP picture, int pictureWidth,
-                 int pictureHeight) {
-    PixelBitmap source = MakePixelBitmap(dc, pictureWidth, pictureHeight);
-    PixelBitmap target = MakePixelBitmap(dc, width, height);
-    if (source.pixels != nullptr && target.pixels != nullptr) {
-        const HDC memory = CreateCompatibleDC(dc);
-        const HGDIOBJ before = SelectObject(memory, picture);
-        BitBlt(source.dc, 0, 0, pictureWidth, pictureHeight, memory, 0, 0, SRCCOPY);
-        SelectObject(memory, before);
-        DeleteDC(memory);
+void DrawReduced(HDC dc, const Area& target, HBITMAP picture, const Area& part) {
+    const int width = Width(target);
+    const int height = Height(target);
+    PixelBitmap from = MakePixelBitmap(dc, Width(part), Height(part));
+    PixelBitmap to = MakePixelBitmap(dc, width, height);
+    if (from.pixels != nullptr && to.pixels != nullptr) {
+        CopyPicture(from.dc, 0, 0, from.width, from.height, picture, part.left, part.top);
         for (int y = 0; y < height; ++y) {
             for (int x = 0; x < width; ++x) {
-                target.pixels[y * width + x] = MeanColour(source, target, x, y);
+                to.pixels[y * width + x] = MeanColour(from, to, x, y);
             }
         }
-        BitBlt(dc, 0, 0, width, height, target.dc, 0, 0, SRCCOPY);
+        BitBlt(dc, target.left, target.top, width, height, to.dc, 0, 0, SRCCOPY);
     }
-    DeletePixelBitmap(target);
-    DeletePixelBitmap(source);
+    DeletePixelBitmap(to);
+    DeletePixelBitmap(from);
 }

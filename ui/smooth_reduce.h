@@ -4,10 +4,11 @@
 
 #include <windows.h>
 
-// Draws the bitmap at the top left of dc at a size no larger than its own: every pixel is the mean
-// of the part of the picture it stands for. The platform's own stretching would drop rows and
+#include "ui/layout.h"
+
+// Draws a part of the picture into the target area of dc, which is no larger than that part: every
+// pixel is the mean of what it stands for. The platform's own stretching would drop rows and
 // columns. Draws nothing if memory is short.
-void DrawReduced(HDC dc, int width, int height, HBITMAP picture, int pictureWidth,
-                 int pictureHeight);
+void DrawReduced(HDC dc, const Area& target, HBITMAP picture, const Area& part);
 
 #endif

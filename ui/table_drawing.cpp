@@ -14,10 +14,6 @@ void FormatNumber(wchar_t (&text)[NumberSize], std::int32_t number) {
     std::swprintf(text, NumberSize, L"%i", number);
 }
 
-int Scaled(int designPixels) {
-    return designPixels * program.scale;
-}
-
 void Fill(HDC dc, const Area& area, HBRUSH brush) {
     const RECT rect = RectOf(area);
     FillRect(dc, &rect, brush);
@@ -34,7 +30,7 @@ bool Overlaps(const RECT& part, const Area& area) {
 
 // The outline's pen is as wide as the scale; it stands wholly inside the area.
 void DrawCardOutline(HDC dc, const Area& card) {
-    const int s = program.scale;
+    const int s = Scaled(1);
     const HPEN pen = CreatePen(PS_SOLID, s, Black);
     const HGDIOBJ penBefore = SelectObject(dc, pen);
     const HGDIOBJ brushBefore = SelectObject(dc, GetStockObject(WHITE_BRUSH));
@@ -58,9 +54,10 @@ void DrawHeldLabel(HDC dc, std::size_t position) {
 
 // The place of one row in one of the two columns; it reaches a pixel into the next row.
 Area RowCell(const Area& column, std::int32_t row) {
-    const std::int32_t height = Height(column) / program.scale / program.table.game.rowCount;
-    const std::int32_t top = column.top + row * height * program.scale;
-    return {column.left, top, column.right, top + (height + 1) * program.scale};
+    const std::int32_t height = program.layout.paytableHeight / program.table.game.rowCount;
+    const std::int32_t top = row * height;
+    return {column.left, column.top + Scaled(top), column.right,
+            column.top + Scaled(top + height + 1)};
 }
 
 void DrawPaytableRow(HDC dc, std::int32_t row) {
@@ -81,7 +78,7 @@ void DrawPaytableRow(HDC dc, std::int32_t row) {
 // inside its left and right edges.
 void OutlineColumn(HDC dc, const Area& column) {
     const Area lastRow = RowCell(column, program.table.game.rowCount - 1);
-    const int s = program.scale;
+    const int s = Scaled(1);
     const int half = s / 2;
     const int left = column.left + half;
     const int top = column.top + half;

@@ -70,9 +70,7 @@ RunningProgram StartAndWait(const std::wstring& commandLine) {
     RECT client = {};
     GetClientRect(program.window, &client);
     program.scale = static_cast<int>(client.right) / DesignWidth;
-    if (program.scale > 0) {
-        program.layout = ComputeLayout(client.bottom, program.scale);
-    }
+    program.layout = ComputeLayout(FitTable(client.right, client.bottom));
     return program;
 }
 
