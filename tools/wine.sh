@@ -1,0 +1,45 @@
+# shellcheck shell=bash
+# Wine prefixes and virtual displays of our own, for scripts to source. Nothing here touches a
+# prefix or a display that somebody else made.
+
+export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+
+# Makes the prefix that WINEPREFIX names, unless it is made already. Several may ask at once: the
+# first makes it and the others wait.
+make_prefix() {
+    local made=$WINEPREFIX/.made
+    [ -f "$made" ] && return
+    mkdir -p "$WINEPREFIX"
+    (
+        flock 8
+        [ -f "$made" ] && exit
+        # The server must not inherit the lock, or it would keep it.
+        env -u DISPLAY -u WAYLAND_DISPLAY wineboot -i >/dev/null 2>&1 8>&-
+        wineserver -w 8>&-
+        touch "$made"
+    ) 8>"$WINEPREFIX/.lock"
+}
+
+# Starts a virtual display on a free number, which the server picks itself, and sets DISPLAY and
+# displayPid. Takes the screen's size as WIDTHxHEIGHT.
+start_display() {
+    local folder number
+    folder=$(mktemp -d)
+    mkfifo "$folder/number"
+    Xvfb -displayfd 7 -screen 0 "${1}x24" -nolisten tcp 7>"$folder/number" >/dev/null 2>&1 &
+    displayPid=$!
+    if ! read -r -t 20 number <"$folder/number"; then
+        echo "The virtual display (Xvfb) does not start." >&2
+        rm -r "$folder"
+        return 1
+    fi
+    rm -r "$folder"
+    unset WAYLAND_DISPLAY
+    export DISPLAY=:$number
+}
+
+stop_display() {
+    [ -n "${displayPid:-}" ] || return 0
+    kill "$displayPid" 2>/dev/null || true
+    wait "$displayPid" 2>/dev/null || true
+}
