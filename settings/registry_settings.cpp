@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cwchar>
 
 #include "settings/settings.h"
 
@@ -100,7 +101,7 @@ std::int32_t ReadString(SettingsRoot root, const wchar_t* path, const wchar_t* n
     }
     // A text may be stored without its zero, or with half a character at its end.
     stored[std::min<std::size_t>(size / sizeof(wchar_t), SettingTextSize - 1)] = L'\0';
-    lstrcpyW(text, stored);
+    std::wcscpy(text, stored);
     return 1;
 }
 
@@ -116,6 +117,6 @@ void WriteDouble(SettingsRoot root, const wchar_t* key, const wchar_t* name, dou
 
 void WriteString(SettingsRoot root, const wchar_t* key, const wchar_t* name, const wchar_t* text,
                  std::int32_t remove) {
-    const DWORD size = static_cast<DWORD>((lstrlenW(text) + 1) * sizeof(wchar_t));
+    const DWORD size = static_cast<DWORD>((std::wcslen(text) + 1) * sizeof(wchar_t));
     Write(root, key, name, REG_SZ, text, size, remove);
 }

@@ -1,5 +1,7 @@
 #include "ui/drawing.h"
 
+#include <cwchar>
+
 RECT RectOf(const Area& area) {
     return {area.left, area.top, area.right, area.bottom};
 }
@@ -29,7 +31,7 @@ namespace {
 int TextWidth(HDC dc, const wchar_t* text) {
     SIZE extent = {};
     int fit = 0;
-    GetTextExtentExPointW(dc, text, lstrlenW(text), 0, &fit, nullptr, &extent);
+    GetTextExtentExPointW(dc, text, static_cast<int>(std::wcslen(text)), 0, &fit, nullptr, &extent);
     return static_cast<int>(extent.cx);
 }
 
