@@ -1,0 +1,70 @@
+# Fails on a function that the program's own objects ask for and ALLOWED does not list.
+#   NM       lists an object's symbols
+#   OBJECTS  the objects, separated by |; the desktop's own shell file is left out
+#   ALLOWED  the list: a group's name, a colon, functions; a star at the end of a name stands for
+#            any rest
+cmake_minimum_required(VERSION 3.25)
+
+# Imported functions carry a prefix; what a C++ name mangles can only be ours or the compiler's.
+function(read_symbols option object result)
+  execute_process(COMMAND ${NM} ${option} --extern-only --format=posix ${object}
+    OUTPUT_VARIABLE lines COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX MATCHALL "[^\n]+" lines "${lines}")
+  set(names)
+  foreach(line IN LISTS lines)
+    string(REGEX REPLACE " .*" "" name "${line}")
+    string(REGEX REPLACE "^(__imp_|[.]refptr[.])" "" name "${name}")
+    if(NOT name MATCHES "^_Z")
+      list(APPEND names ${name})
+    endif()
+  endforeach()
+  set(${result} ${names} PARENT_SCOPE)
+endfunction()
+
+file(STRINGS ${ALLOWED} groups REGEX "^[^#].*: ")
+set(allowed)
+foreach(group IN LISTS groups)
+  string(REGEX REPLACE "^[^:]*: " "" names "${group}")
+  string(REPLACE "*" "[A-Za-z0-9_]*" names "${names}")
+  string(REPLACE " " "|" names "${names}")
+  list(APPEND allowed ${names})
+endforeach()
+list(JOIN allowed "|" allowed)
+
+string(REPLACE "|" ";" objects "${OBJECTS}")
+list(FILTER objects EXCLUDE REGEX "/shell_desktop[.]cpp[.]obj$")
+list(LENGTH objects count)
+if(count EQUAL 0)
+  message(FATAL_ERROR "There is no object to look at.")
+endif()
+
+set(defined)
+foreach(object IN LISTS objects)
+  read_symbols(--defined-only ${object} names)
+  list(APPEND defined ${names})
+endforeach()
+
+set(asked)
+set(lacking)
+foreach(object IN LISTS objects)
+  read_symbols(--undefined-only ${object} names)
+  if(defined AND names)
+    list(REMOVE_ITEM names ${defined})
+  endif()
+  list(APPEND asked ${names})
+  list(FILTER names EXCLUDE REGEX "^(${allowed})$")
+  if(names)
+    list(SORT names)
+    list(JOIN names " " names)
+    cmake_path(GET object FILENAME file)
+    list(APPEND lacking "${file} asks for what Windows CE 3.0 lacks: ${names}")
+  endif()
+endforeach()
+
+list(REMOVE_DUPLICATES asked)
+list(LENGTH asked asked)
+message(STATUS "${count} objects ask for ${asked} functions")
+if(lacking)
+  list(JOIN lacking "\n" lacking)
+  message(FATAL_ERROR "${lacking}")
+endif()
