@@ -5,6 +5,40 @@
 #include "ui/dialog_fields.h"
 #include "ui/program.h"
 
+namespace {
+
+int TextWidth(HWND list, const wchar_t* text) {
+    return static_cast<int>(
+        SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text)));
+}
+
+// What a column needs to show its header whole: the control's own fitting does not always leave
+// room for the header's margins.
+int HeaderWidth(HWND list, int column) {
+    constexpr int longest = 64;
+    wchar_t header[longest] = L"";
+    LVCOLUMNW description = {};
+    description.mask = LVCF_TEXT;
+    description.pszText = header;
+    description.cchTextMax = longest;
+    SendMessageW(list, LVM_GETCOLUMNW, static_cast<WPARAM>(column),
+                 reinterpret_cast<LPARAM>(&description));
+    return TextWidth(list, header) + TextWidth(list, L"00");
+}
+
+void SetWidth(HWND list, int column, int width) {
+    SendMessageW(list, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), width);
+}
+
+void WidenToHeader(HWND list, int column) {
+    const int least = HeaderWidth(list, column);
+    if (SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0) < least) {
+        SetWidth(list, column, least);
+    }
+}
+
+} // namespace
+
 HWND AddReportList(HWND dialog, int id) {
     const HWND list = CreateWindowExW(
         0, WC_LISTVIEWW, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | LVS_REPORT, 0, 0, 0,
@@ -13,23 +47,22 @@ HWND AddReportList(HWND dialog, int id) {
     return list;
 }
 
-// The first column of a list view is always left-aligned unless it was not the first when it was
-// added: so one is put before it, and taken away again.
+// The platform left-aligns the first column whatever it is told; asked for that, it does so in the
+// header as well.
 void AddColumns(HWND list, std::span<const ListColumn> columns, int alignment) {
     LVCOLUMNW column = {};
     column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT;
-    column.fmt = alignment;
-    wchar_t none[] = L"";
-    column.pszText = none;
-    SendMessageW(list, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
-    WPARAM index = 1;
+    column.fmt = LVCFMT_LEFT;
+    int index = 0;
     for (const ListColumn& added : columns) {
         std::wstring header = added.header;
         column.pszText = header.data();
         column.cx = DialogPixels(GetParent(list), added.width);
-        SendMessageW(list, LVM_INSERTCOLUMNW, index++, reinterpret_cast<LPARAM>(&column));
+        SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index),
+                     reinterpret_cast<LPARAM>(&column));
+        WidenToHeader(list, index++);
+        column.fmt = alignment;
     }
-    SendMessageW(list, LVM_DELETECOLUMN, 0, 0);
 }
 
 void AddRow(HWND list, LPARAM data, std::span<const std::wstring> cells) {
@@ -47,37 +80,9 @@ void AddRow(HWND list, LPARAM data, std::span<const std::wstring> cells) {
     }
 }
 
-namespace {
-
-int TextWidth(HWND list, const wchar_t* text) {
-    return static_cast<int>(
-        SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text)));
-}
-
-int HeaderWidth(HWND list, int column) {
-    constexpr int longest = 64;
-    wchar_t header[longest] = L"";
-    LVCOLUMNW description = {};
-    description.mask = LVCF_TEXT;
-    description.pszText = header;
-    description.cchTextMax = longest;
-    SendMessageW(list, LVM_GETCOLUMNW, static_cast<WPARAM>(column),
-                 reinterpret_cast<LPARAM>(&description));
-    return TextWidth(list, header);
-}
-
-} // namespace
-
-// Not every version of the control leaves room for the header's margins when it fits a column, so
-// no column gets narrower than its header and two digits.
 void FitColumns(HWND list, int columns) {
-    const int margin = TextWidth(list, L"00");
     for (int column = 0; column < columns; ++column) {
-        const auto index = static_cast<WPARAM>(column);
-        SendMessageW(list, LVM_SETCOLUMNWIDTH, index, LVSCW_AUTOSIZE_USEHEADER);
-        const int least = HeaderWidth(list, column) + margin;
-        if (SendMessageW(list, LVM_GETCOLUMNWIDTH, index, 0) < least) {
-            SendMessageW(list, LVM_SETCOLUMNWIDTH, index, least);
-        }
+        SetWidth(list, column, LVSCW_AUTOSIZE_USEHEADER);
+        WidenToHeader(list, column);
     }
 }

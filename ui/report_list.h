@@ -12,7 +12,8 @@
 // A new empty list as a child of the dialog, in the dialog's font.
 HWND AddReportList(HWND dialog, int id);
 
-// Columns in order, of the widths given for a 96-dpi screen. The alignment is one of LVCFMT_.
+// Columns in order, of the widths given for a 96-dpi screen or wider where the header needs it. All
+// but the first are aligned as LVCFMT_ says; the first is left-aligned.
 void AddColumns(HWND list, std::span<const ListColumn> columns, int alignment);
 
 // A row at the end, its cells one a column; data is its item data.
