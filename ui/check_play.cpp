@@ -12,7 +12,20 @@ namespace {
 // counts once, with its first hold.
 bool countThisCheck = true;
 
+bool asking = false;
+
+bool Ask(HWND owner, const Hand& hand, const GameDescriptor& game, const PlayGrade& grade) {
+    asking = true;
+    const bool anyway = PlayItAnyway(owner, hand, game, grade);
+    asking = false;
+    return anyway;
+}
+
 } // namespace
+
+bool AskingAboutPlay() {
+    return asking;
+}
 
 // The lock is held across the question, so that the details opened from it show this search.
 int CheckPlay(HWND owner, const Hand& hand, const GameDescriptor& game) {
@@ -23,7 +36,7 @@ int CheckPlay(HWND owner, const Hand& hand, const GameDescriptor& game) {
         CountGrade(program.stats, grade);
     }
     const bool proceed =
-        !NeedsWarning(program.table.training, grade) || PlayItAnyway(owner, hand, game, grade);
+        !NeedsWarning(program.table.training, grade) || Ask(owner, hand, game, grade);
     countThisCheck = proceed;
     return proceed ? 1 : 0;
 }

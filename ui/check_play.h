@@ -10,4 +10,7 @@
 // player what a short hold costs. Returns 1 to go on with the draw, 0 to return to holding.
 int CheckPlay(HWND owner, const Hand& hand, const GameDescriptor& game);
 
+// Whether the player is being asked right now.
+bool AskingAboutPlay();
+
 #endif

@@ -1,5 +1,6 @@
 #include "ui/commands.h"
 
+#include "ui/game_analysis_dialog.h"
 #include "ui/hand_analysis_dialog.h"
 #include "ui/hand_details_dialog.h"
 #include "ui/hand_play.h"
@@ -61,6 +62,10 @@ bool DoCommand(int id) {
     case IDM_HAND_ANALYSIS:
         HurryCountUp();
         ShowHandAnalysis();
+        break;
+    case IDM_GAME_ANALYSIS:
+        HurryCountUp();
+        ShowGameAnalysis();
         break;
     case IDM_CHANGE_PAYTABLE:
         EditPaytable();

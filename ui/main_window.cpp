@@ -7,7 +7,9 @@
 #include "core/game_lock.h"
 #include "training/session_stats.h"
 #include "ui/card_images.h"
+#include "ui/check_play.h"
 #include "ui/commands.h"
+#include "ui/game_analysis_dialog.h"
 #include "ui/hand_play.h"
 #include "ui/program.h"
 #include "ui/resource.h"
@@ -143,6 +145,7 @@ void StartUp() {
 
 // The payout that is still being counted reaches the credits before they are written.
 void ShutDown() {
+    EndGameAnalysis();
     FinishCountUp();
     StoreSessionStats(program.stats);
     StoreTable(program.table);
@@ -159,8 +162,22 @@ void Paint() {
     EndPaint(program.window, &paint);
 }
 
+// A dialog disables the window; what reaches it all the same comes from another program and waits
+// for no one. Beside a running analysis hands may be played, but no hand twice: not while the
+// player is being asked about it.
+bool TakesInput() {
+    return (IsWindowEnabled(program.window) || GameAnalysisRuns()) && !AskingAboutPlay();
+}
+
+bool IsInput(UINT message) {
+    return message == WM_COMMAND || message == WM_CHAR || message == WM_LBUTTONDOWN;
+}
+
 LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (ShellHandle(window, message, wParam, lParam)) {
+        return 0;
+    }
+    if (IsInput(message) && !TakesInput()) {
         return 0;
     }
     switch (message) {

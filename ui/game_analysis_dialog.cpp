@@ -1,0 +1,175 @@
+#include "ui/game_analysis_dialog.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "core/game_lock.h"
+#include "training/game_analysis.h"
+#include "ui/dialog_fields.h"
+#include "ui/program.h"
+#include "ui/report_list.h"
+#include "ui/resource.h"
+#include "ui/shell.h"
+
+namespace {
+
+constexpr UINT WM_ANALYSIS_REFRESH = WM_USER + 10;
+constexpr DWORD LongestWait = 10000; // milliseconds
+
+const DialogText totalField[] = {
+    {IDC_ANALYSIS_TOTAL, {}, ColourCyan, TextGround::Black},
+};
+
+GameAnalysis analysis;
+HANDLE analysisThread = nullptr;
+HWND analysisDialog = nullptr; // the thread posts to it and sets its texts
+
+void ShowProgress(void*, const wchar_t* text) {
+    SetDlgItemTextW(analysisDialog, IDC_RUN_ANALYSIS, text);
+}
+
+DWORD WINAPI GameAnalysisThread(void* game) {
+    RunGameAnalysis(analysis, static_cast<const GameDescriptor*>(game)->id);
+    PostMessageW(analysisDialog, WM_ANALYSIS_REFRESH, 0, 0);
+    SetDlgItemTextW(analysisDialog, IDC_RUN_ANALYSIS, L"Run Analysis");
+    return 0;
+}
+
+// Waits for the thread while the messages it sends, such as a text to set, are let through.
+void WaitForThread() {
+    const DWORD start = GetTickCount();
+    for (;;) {
+        const DWORD waited = GetTickCount() - start;
+        if (waited >= LongestWait ||
+            MsgWaitForMultipleObjectsEx(1, &analysisThread, LongestWait - waited, QS_SENDMESSAGE,
+                                        0) != WAIT_OBJECT_0 + 1) {
+            return;
+        }
+        MSG message;
+        PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
+    }
+}
+
+void JoinThread() {
+    if (analysisThread != nullptr) {
+        WaitForThread();
+        CloseHandle(analysisThread);
+        analysisThread = nullptr;
+    }
+}
+
+// If no thread can be had the run counts as one until the player stops it.
+int StartGameAnalysis() {
+    JoinThread();
+    PrepareGameAnalysis(analysis, program.table.game, program.table.bet);
+    analysis.host = {EnterGameLock, LeaveGameLock, ShowProgress, nullptr};
+    DWORD id = 0;
+    analysisThread = CreateThread(nullptr, 0, GameAnalysisThread, &program.table.game, 0, &id);
+    return 1;
+}
+
+HWND ResultList(HWND dialog) {
+    return GetDlgItem(dialog, IDC_ANALYSIS_LIST);
+}
+
+void Refresh(HWND dialog) {
+    if (!GameAnalysisRuns()) {
+        SetDlgItemTextW(dialog, IDC_RUN_ANALYSIS, L"Run Analysis");
+        SetDlgItemTextW(dialog, IDOK, L"&Close");
+    }
+    const HWND list = ResultList(dialog);
+    SendMessageW(list, LVM_DELETEALLITEMS, 0, 0);
+    const AnalysisTexts texts = ReadAnalysis(program.table.game, program.table.bet);
+    LPARAM index = 0;
+    for (const AnalysisRowText& row : texts.rows) {
+        const std::wstring cells[] = {row.name,        row.payout,      row.frequency,
+                                      row.probability, row.occursEvery, row.returnShare};
+        AddRow(list, index++, cells);
+    }
+    EnableWindow(GetDlgItem(dialog, IDC_RUN_ANALYSIS), TRUE);
+    SetDlgItemTextW(dialog, IDC_ANALYSIS_TOTAL, texts.gameReturn.c_str());
+}
+
+void Open(HWND dialog) {
+    analysisDialog = dialog;
+    if (GameAnalysisRuns()) {
+        SetDlgItemTextW(dialog, IDC_RUN_ANALYSIS, L"Cancel Run");
+    }
+    AddColumns(ResultList(dialog), AnalysisColumns(), LVCFMT_RIGHT);
+    ShellCentreOver(dialog, program.window);
+    PostMessageW(dialog, WM_ANALYSIS_REFRESH, 0, 0);
+}
+
+bool Confirm(HWND dialog, const wchar_t* question, const wchar_t* caption) {
+    return MessageBoxW(dialog, question, caption, MB_YESNO | MB_ICONQUESTION) == IDYES;
+}
+
+void AskAndRun(HWND dialog) {
+    if (!GameAnalysisRuns() &&
+        Confirm(dialog,
+                L"This could take 10 to 30 minutes (depending on the speed of your "
+                L"machine).  Are you sure you want to continue?",
+                L"Confirm")) {
+        StartGameAnalysis();
+        SetDlgItemTextW(dialog, IDOK, L"Cancel");
+    }
+}
+
+// A run that ends by itself while the question stands has nothing left to stop.
+void AskAndStop(HWND dialog) {
+    if (!Confirm(dialog, L"Are You Sure You Want To Cancel?", L"Cancel?")) {
+        return;
+    }
+    EndGameAnalysis();
+    SetDlgItemTextW(dialog, IDC_RUN_ANALYSIS, L"Run Analysis");
+    SetDlgItemTextW(dialog, IDOK, L"Close");
+}
+
+INT_PTR CALLBACK GameAnalysisDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_INITDIALOG:
+        Open(dialog);
+        return TRUE;
+    case WM_ANALYSIS_REFRESH:
+        Refresh(dialog);
+        return TRUE;
+    case WM_CTLCOLORSTATIC:
+        return ColourField(totalField, reinterpret_cast<HDC>(wParam),
+                           reinterpret_cast<HWND>(lParam));
+    case WM_COMMAND:
+        switch (LOWORD(wParam)) {
+        case IDC_RUN_ANALYSIS:
+            AskAndRun(dialog);
+            return TRUE;
+        case IDOK:
+        case IDCANCEL:
+            if (GameAnalysisRuns()) {
+                AskAndStop(dialog);
+            } else {
+                EndDialog(dialog, 1);
+            }
+            return TRUE;
+        default:
+            return FALSE;
+        }
+    default:
+        return FALSE;
+    }
+}
+
+} // namespace
+
+bool GameAnalysisRuns() {
+    return !analysis.stop;
+}
+
+void ShowGameAnalysis() {
+    DialogBoxParamW(program.instance, MAKEINTRESOURCEW(IDD_GAME_ANALYSIS), program.window,
+                    GameAnalysisDialogProc, 0);
+}
+
+void EndGameAnalysis() {
+    analysis.stop = true;
+    JoinThread();
+}

@@ -1,0 +1,15 @@
+// The exact return of the current game under perfect play: its dialog and its thread.
+#ifndef TESSARIN_UI_GAME_ANALYSIS_DIALOG_H
+#define TESSARIN_UI_GAME_ANALYSIS_DIALOG_H
+
+// Modal over the main window. Shows what the store holds for the game, paytable and bet, and runs
+// the analysis on request.
+void ShowGameAnalysis();
+
+bool GameAnalysisRuns();
+
+// Stops a running analysis and waits for its thread, before the window and the lock go. Nothing
+// when none runs.
+void EndGameAnalysis();
+
+#endif
