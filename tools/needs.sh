@@ -67,13 +67,21 @@ install_needs() {
         asRoot=(sudo)
     fi
     echo "Installing what is missing: ${missing[*]}"
-    "${asRoot[@]}" apt-get update -qq
-    local need names=()
-    for need in "${missing[@]}"; do
-        names+=("$(first_offered "$need")")
-    done
-    "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -qq --no-install-recommends "${names[@]}" >/dev/null
+    local need names=() log
+    log=$(mktemp)
+    if ! {
+        "${asRoot[@]}" apt-get update -qq &&
+            for need in "${missing[@]}"; do
+                names+=("$(first_offered "$need")")
+            done &&
+            "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive \
+                apt-get install -y -qq --no-install-recommends "${names[@]}"
+    } >"$log" 2>&1; then
+        cat "$log" >&2
+        rm "$log"
+        exit 1
+    fi
+    rm "$log"
 }
 
 # The presets need CMake 3.25.
