@@ -204,6 +204,9 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     case WM_SETFOCUS:
         ShellHideInputPanelButton(window);
         return 0;
+    case WM_HELP: // F1, from an open menu or dialog too; the handheld's own Help
+        PostMessageW(window, WM_COMMAND, IDM_HELP, 0);
+        return TRUE;
     case WM_COMMAND:
         return DoCommand(LOWORD(wParam)) ? 0 : DefWindowProcW(window, message, wParam, lParam);
     case WM_CLOSE:

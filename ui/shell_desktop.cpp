@@ -1,5 +1,7 @@
 #include "ui/shell.h"
 
+#include <shellapi.h>
+
 #include "settings/settings.h"
 #include "ui/layout.h"
 
@@ -227,12 +229,21 @@ void ShellProgramFile(const wchar_t* name, wchar_t (&path)[MAX_PATH]) {
 
 void ShellOpenHelp() {
     wchar_t arguments[] = L"Tessarin CE.htc";
+    wchar_t folder[MAX_PATH];
+    ShellProgramFile(L"", folder);
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
-    if (CreateProcessW(L"PegHelp.exe", arguments, nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                       &startup, &process)) {
+    // In the program's folder, so that the bare name finds the page from any working folder.
+    if (CreateProcessW(L"PegHelp.exe", arguments, nullptr, nullptr, FALSE, 0, nullptr,
+                       folder[0] != L'\0' ? folder : nullptr, &startup, &process)) {
         CloseHandle(process.hThread);
         CloseHandle(process.hProcess);
+        return;
     }
+    // A desktop takes .htc for a component of a page, not for a page; the same under the name that
+    // it shows in the web browser lies beside it.
+    wchar_t page[MAX_PATH];
+    ShellProgramFile(L"Tessarin CE.html", page);
+    ShellExecuteW(nullptr, L"open", page, nullptr, nullptr, SW_SHOWNORMAL);
 }
