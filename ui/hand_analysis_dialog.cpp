@@ -34,6 +34,8 @@ constexpr int GridColumns = 7;
 constexpr int GridRows = 8;
 constexpr int SlotHeight = 38;
 constexpr int GridTop = 40;
+constexpr int SuitGap = 2;
+constexpr int SuitGaps = SuitGap * (SuitCount - 1);
 constexpr COLORREF LightGrey = RGB(192, 192, 192);
 constexpr COLORREF Blue = RGB(0, 0, 255);
 constexpr COLORREF Olive = RGB(128, 128, 0);
@@ -86,12 +88,14 @@ struct Grid {
     int rowHeight;
 
     int Left(int column) const { return column * columnWidth; }
-    int Top(int row) const { return Scaled(GridTop) + row * rowHeight + Scaled(2) * (row / 2); }
+    int Top(int row) const {
+        return Scaled(GridTop) + row * rowHeight + Scaled(SuitGap) * (row / 2);
+    }
 };
 
 Grid GridOf(const RECT& client) {
     return {static_cast<int>(client.right) / GridColumns,
-            (static_cast<int>(client.bottom) - Scaled(GridTop)) / GridRows};
+            (static_cast<int>(client.bottom) - Scaled(GridTop + SuitGaps)) / GridRows};
 }
 
 void AddCardButton(HWND dialog, const Grid& grid, Card card, int row, int column) {
@@ -113,7 +117,11 @@ void AddCards(HWND dialog, const Grid& grid) {
 }
 
 void Open(HWND dialog) {
-    ShellCoverMainWindow(dialog, program.window, 0, 0);
+    // The rows are an eighth of the main window's height below the slots; the gaps come on top.
+    RECT window;
+    GetWindowRect(program.window, &window);
+    ShellCoverMainWindow(dialog, program.window, 0,
+                         static_cast<int>(window.bottom - window.top) + Scaled(SuitGaps));
     RECT client;
     GetClientRect(dialog, &client);
     KeepUnfinishedPicks();
