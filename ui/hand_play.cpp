@@ -17,11 +17,13 @@
 
 namespace {
 
-void SleepFor(std::uint32_t milliseconds) {
-    Sleep(milliseconds);
+// Waits as a message loop does, though for no message: Wine brings what is drawn to the screen then,
+// and would keep it back during a mere sleep.
+void Wait(std::uint32_t milliseconds) {
+    MsgWaitForMultipleObjectsEx(0, nullptr, milliseconds, 0, 0);
 }
 
-void (*pause)(std::uint32_t milliseconds) = SleepFor;
+void (*pause)(std::uint32_t milliseconds) = Wait;
 
 HANDLE countUpThread = nullptr;
 
@@ -162,6 +164,7 @@ void CountUp(std::int32_t payout) {
         pause(static_cast<std::uint32_t>(program.table.dealSpeed) / 2);
     }
     StopCountSound();
+    Wait(0); // the last amounts reach the screen
 }
 
 DWORD WINAPI CountUpThread(void* payout) {

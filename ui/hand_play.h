@@ -23,7 +23,7 @@ void HurryCountUp();
 // The same, and waits until its thread has ended.
 void FinishCountUp();
 
-// Milliseconds to wait, by default the platform's sleep. A test may hand in a faster clock.
+// How to wait so many milliseconds. A test may hand in a faster clock.
 void SetPause(void (*pause)(std::uint32_t milliseconds));
 
 #endif
