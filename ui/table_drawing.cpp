@@ -91,6 +91,11 @@ void OutlineColumn(HDC dc, const Area& column) {
     SelectObject(dc, penBefore);
 }
 
+void OutlinePaytable(HDC dc) {
+    OutlineColumn(dc, program.layout.names);
+    OutlineColumn(dc, program.layout.payouts);
+}
+
 void DrawPaytableRows(HDC dc, std::int32_t first, std::int32_t last) {
     const bool small = program.table.game.rowCount >= SmallFontRows;
     const HGDIOBJ fontBefore = SelectObject(dc, small ? program.statusFont : program.paidFont);
@@ -98,8 +103,7 @@ void DrawPaytableRows(HDC dc, std::int32_t first, std::int32_t last) {
         DrawPaytableRow(dc, row);
     }
     SelectObject(dc, fontBefore);
-    OutlineColumn(dc, program.layout.names);
-    OutlineColumn(dc, program.layout.payouts);
+    OutlinePaytable(dc);
 }
 
 void DrawLabelled(HDC dc, const Area& area, const wchar_t* label, std::int32_t number,
@@ -191,8 +195,12 @@ void ShowCard(std::size_t position) {
     });
 }
 
+// A paytable that fills its columns has its lower edge on the label's first line.
 void ShowHeldLabel(std::size_t position) {
-    ShowArea(program.layout.held[position], [&](HDC dc) { DrawHeldLabel(dc, position); });
+    ShowArea(program.layout.held[position], [&](HDC dc) {
+        DrawHeldLabel(dc, position);
+        OutlinePaytable(dc);
+    });
 }
 
 void ShowPaytableRow(HandRank row) {
