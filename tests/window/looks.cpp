@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ui/drawing.h"
+#include "ui/resource.h"
 
 namespace {
 
@@ -55,9 +56,61 @@ void FillWith(HDC dc, const RECT& rect, std::uint32_t colour) {
     DeleteObject(brush);
 }
 
-// Whether the area, less a border of so many pixels, comes to look as expected.
+// The pictures of the program, at the scale; each design pixel is so many pixels.
+struct Pictures {
+    HMODULE program;
+    int scale;
+
+    HBITMAP Load(int id) const {
+        return LoadBitmapW(program, MAKEINTRESOURCEW(id + PICTURE_SCALE_STEP * (scale - 1)));
+    }
+};
+
+// Copies a cell of a picture to a place on the card; all in design pixels.
+void CopyCell(HDC card, const Pictures& pictures, int id, POINT cell, SIZE size, POINT place) {
+    const int s = pictures.scale;
+    const HBITMAP picture = pictures.Load(id);
+    const HDC source = CreateCompatibleDC(card);
+    const HGDIOBJ before = SelectObject(source, picture);
+    BitBlt(card, place.x * s, place.y * s, size.cx * s, size.cy * s, source, cell.x * s, cell.y * s,
+           SRCCOPY);
+    SelectObject(source, before);
+    DeleteDC(source);
+    DeleteObject(picture);
+}
+
+void DrawFace(HDC dc, const Pictures& pictures, GameId game, Card card) {
+    if (card == JokerCard) {
+        CopyCell(dc, pictures, IDB_JOKER, {0, 0}, {43, 70}, {0, 0});
+        return;
+    }
+    const LONG suit = SuitOf(card);
+    const LONG rank = RankOf(card);
+    if (game == DeucesWild && rank == RankDeuce) {
+        CopyCell(dc, pictures, IDB_WILD_DEUCE, {0, 0}, {43, 71}, {1, 1});
+    } else {
+        CopyCell(dc, pictures, IDB_LARGE_PIPS, {25 * suit, 0}, {25, 25}, {12, 44});
+    }
+    CopyCell(dc, pictures, IDB_SMALL_PIPS, {15 * suit, 0}, {15, 15}, {2, 22});
+    if (rank >= RankJack) {
+        CopyCell(dc, pictures, IDB_PICTURES, {25 * (rank - RankJack), 0}, {25, 27}, {18, 3});
+    }
+    const bool red = suit == 1 || suit == 2;
+    CopyCell(dc, pictures, IDB_RANKS, {17 * rank, red ? 17 : 0}, {17, 17}, {1, 3});
+}
+
+Area ImageOf(const RunningProgram& program, std::size_t position) {
+    const Area& card = program.layout.cards[position];
+    const int s = program.scale;
+    return {card.left + 2 * s, card.top + 2 * s, card.left + 45 * s, card.top + 72 * s};
+}
+
+// Whether the area, less a border of so many pixels, comes to look as expected. What lies below the
+// client area does not count: the prompt band ends two design pixels beneath it.
 bool Shows(const RunningProgram& program, const Area& area, const Picture& expected, int border) {
-    const Area inside = {border, border, expected.width - border, expected.height - border};
+    const int below = area.bottom - DesignHeight * program.scale;
+    const int end = expected.height - std::max(border, below);
+    const Area inside = {border, border, expected.width - border, end};
     const Picture wanted = Crop(expected, inside);
     return Eventually([&] { return Crop(Grab(program, area), inside) == wanted; }, 3000);
 }
@@ -129,19 +182,23 @@ bool ShowsPrompt(const RunningProgram& program, const wchar_t* prompt) {
                  0);
 }
 
+// The status line's end lies over the box's left edge.
 bool ShowsPaid(const RunningProgram& program, std::int32_t paid) {
     const Area& area = program.layout.paid;
     std::vector<Line> lines;
     if (paid != 0) {
         lines = {{L"Paid", Black, DT_LEFT}, {std::to_wstring(paid), Black, DT_RIGHT}};
     }
-    return Shows(program, area, PaintLines(program, area, White, lines, 13, 4, 2), 1);
+    return Shows(program, area, PaintLines(program, area, White, lines, 13, 4, 2),
+                 2 * program.scale);
 }
 
+// A paytable that fills its columns ends on the label's first line.
 bool ShowsHeld(const RunningProgram& program, std::size_t position, bool held) {
     const Area& area = program.layout.held[position];
     const wchar_t* text = held ? L"HELD" : L"    ";
-    return Shows(program, area, PaintLines(program, area, Navy, {{text, White, DT_CENTER}}, 16), 0);
+    return Shows(program, area, PaintLines(program, area, Navy, {{text, White, DT_CENTER}}, 16),
+                 program.scale);
 }
 
 // A row reaches a pixel into the next one, and the outline lies over the column's edge: the border
@@ -167,4 +224,48 @@ bool ShowsRow(const RunningProgram& program, const GameDescriptor& game, std::in
                             {{std::to_wstring(payout), highlighted ? Red : Yellow, DT_CENTER}},
                             font),
                  s);
+}
+
+bool ShowsCard(const RunningProgram& program, GameId game, std::size_t position, Card card) {
+    const HMODULE file = LoadLibraryExW((ProgramFolder() + L"tessarin-ce.exe").c_str(), nullptr,
+                                        LOAD_LIBRARY_AS_DATAFILE);
+    const Area image = ImageOf(program, position);
+    const HDC window = GetDC(program.window);
+    const Picture face = Painted(window, Width(image), Height(image), [&](HDC dc) {
+        FillWith(dc, {0, 0, Width(image), Height(image)}, White);
+        DrawFace(dc, {file, program.scale}, game, card);
+    });
+    ReleaseDC(program.window, window);
+    FreeLibrary(file);
+    return Shows(program, image, face, 0);
+}
+
+// The back has a fine pattern: no white third of a line anywhere, as every face has.
+bool ShowsBack(const RunningProgram& program, std::size_t position) {
+    const Area image = ImageOf(program, position);
+    return Eventually(
+        [&] {
+            const Picture picture = Grab(program, image);
+            const auto white = std::count(picture.pixels.begin(), picture.pixels.end(), White);
+            return white * 4 < Width(image) * Height(image);
+        },
+        3000);
+}
+
+void ExpectTable(const RunningProgram& program, const Table& table) {
+    for (std::size_t i = 0; i < HandSize; ++i) {
+        EXPECT_TRUE(ShowsCard(program, table.game.id, i, table.hand.cards[i].code)) << "card " << i;
+        const bool held = table.hand.held[i] != 0;
+        EXPECT_TRUE(ShowsHeld(program, i, held)) << "label " << i << (held ? " held" : " not held");
+    }
+    for (std::int32_t row = 0; row < table.game.rowCount; ++row) {
+        EXPECT_TRUE(
+            ShowsRow(program, table.game, row, table.bet, table.rank == static_cast<HandRank>(row)))
+            << "row " << row;
+    }
+    EXPECT_TRUE(ShowsCoinsIn(program, table.bet));
+    EXPECT_TRUE(ShowsCredits(program, table.credits)) << table.credits;
+    EXPECT_TRUE(ShowsPrompt(program, table.inDraw ? HoldAndDraw : GameOver));
+    EXPECT_EQ(Holding(program), table.inDraw);
+    EXPECT_EQ(IsWindowEnabled(Control(program, IDC_BET_ONE)) != FALSE, !table.inDraw);
 }

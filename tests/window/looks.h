@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "core/games.h"
+#include "core/table.h"
 #include "tests/window/harness.h"
 
 // Rows from the top, a pixel being 0x00RRGGBB.
@@ -53,6 +53,14 @@ bool ShowsPaid(const RunningProgram& program, std::int32_t paid);
 bool ShowsHeld(const RunningProgram& program, std::size_t position, bool held);
 bool ShowsRow(const RunningProgram& program, const GameDescriptor& game, std::int32_t row,
               std::int32_t bet, bool highlighted);
+
+// The card's face, put together from the program's pictures; and its back.
+bool ShowsCard(const RunningProgram& program, GameId game, std::size_t position, Card card);
+bool ShowsBack(const RunningProgram& program, std::size_t position);
+
+// All of a table between its moves: the cards, their holds, the highlighted row among the others,
+// the credits and the prompt line.
+void ExpectTable(const RunningProgram& program, const Table& table);
 
 inline constexpr wchar_t GameOver[] = L"  G A M E  O V E R  ";
 inline constexpr wchar_t HoldAndDraw[] = L"HOLD AND DRAW CARDS";
