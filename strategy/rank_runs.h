@@ -49,25 +49,30 @@ constexpr RunMask CompleteRuns(RankMask ranks) {
 }
 
 // How many runs the set has.
-constexpr std::int32_t CountRuns(RunMask runs) {
-    std::int32_t count = 0;
-    for (; runs != 0; runs &= runs - 1) {
-        ++count;
+inline constexpr std::array<std::uint8_t, AllRuns + 1> RunCounts = [] {
+    std::array<std::uint8_t, AllRuns + 1> counts{};
+    for (RunMask runs = 1; runs <= AllRuns; ++runs) {
+        counts[runs] = static_cast<std::uint8_t>(counts[runs >> 1] + (runs & 1));
     }
-    return count;
+    return counts;
+}();
+constexpr std::int32_t CountRuns(RunMask runs) {
+    return RunCounts[runs];
 }
 
 // The straights that every hold of a hand may still become, without regard to suits.
 struct StraightWays {
-    // The ranks dealt, each once: a bit for each, by rank; 0 for a rank not dealt.
-    std::array<std::uint32_t, RanksPerSuit> dealtBit;
+    // By position, the bit of the card's rank; cards of one rank have the same.
+    std::array<std::uint32_t, HandSize> dealtBit;
     // By the set of dealt ranks kept, one card of each: the ways to fill up, from the cards left,
     // a run that has them all.
     std::array<std::int32_t, std::size_t{1} << HandSize> ways;
 };
 
-// rankCount is the number of cards left of each rank (0..4); a rank not dealt has four.
-void CountStraightWays(StraightWays& straights, const Card* dealt,
+// dealtRanks are the ranks of the five cards; rankCount is the number of cards left of each rank
+// (0..4), four of a rank not dealt.
+void CountStraightWays(StraightWays& straights,
+                       const std::array<std::int32_t, HandSize>& dealtRanks,
                        const std::array<std::int32_t, RanksPerSuit>& rankCount);
 
 #endif

@@ -10,16 +10,56 @@ namespace {
 
 constexpr std::int32_t unseen = StandardDeckSize - static_cast<std::int32_t>(HandSize);
 
-// The cards not dealt, made ready once a search. A fifth suit takes a stray joker's code.
+// What a hold keeps, packed so that one addition and one union take a card in. Sums are over the
+// kept ranks, each once, of what is left unseen; no byte carries into the next, as no dealt rank
+// has four left.
+struct KeptCards {
+    std::uint64_t sums;  // a byte each: cards, pairs, trips, and those of the ranks that pay
+    std::uint64_t marks; // 16 bits each: ranks, repeated ranks, dealt bits (rank_runs.h), suits
+
+    std::int32_t SumAt(int place) const { return static_cast<std::uint8_t>(sums >> 8 * place); }
+    std::uint32_t MarksAt(int place) const {
+        return static_cast<std::uint16_t>(marks >> 16 * place);
+    }
+    std::int32_t Cards() const { return SumAt(0); }
+    std::int32_t HighCards() const { return SumAt(3); }
+    RankSums All() const { return {SumAt(0), SumAt(1), SumAt(2), 0}; }
+    RankSums High() const { return {SumAt(3), SumAt(4), SumAt(5), 0}; }
+    RankMask Ranks() const { return MarksAt(0); }
+    RankMask Repeated() const { return MarksAt(1); }
+    std::uint32_t DealtBits() const { return MarksAt(2); }
+    std::uint32_t Suits() const { return MarksAt(3); }
+};
+
+// What holds of different ranks lead to as far as ranks alone tell: straights and flushes are still
+// in NoPay. It depends only on how many cards are left of the kept ranks and which of them pay, so
+// most holds of a size share it: within one hand the numbers of cards and of high cards left tell.
+constexpr std::size_t mostHighCards = 3 * 3; // of three ranks, each dealt once
+struct RankKinds {
+    std::array<std::int8_t, 16> cards; // by high cards: the cards left, or none counted yet
+    std::array<StandardOutcomes, mostHighCards + 1> outcomes;
+};
+constexpr std::int8_t noneCounted = -1;
+
+// The cards not dealt, made ready once a search; the counters only read it. A fifth suit takes a
+// stray joker's code.
 struct StandardDeck {
+    std::array<std::int32_t, HandSize> dealtRanks;
+    std::array<std::int32_t, HandSize> dealtSuits;
     std::array<RankMask, JokerSuit + 1> present;       // by suit, the ranks unseen
     std::array<std::int32_t, JokerSuit + 1> suitCount; // cards unseen of each suit
     std::array<std::int32_t, RanksPerSuit> rankCount;  // cards unseen of each rank
+    QuadsByRank full;                                  // 1 for a rank with all four cards unseen
+    KickerQuads fullCourts;                            // its jacks to ace
+    KickerQuads fullLows;                              // its deuce to four, and its ace
     std::int32_t threshold;                            // the lowest pair that pays
     RankSums all;                                      // over all ranks
     RankSums high;                                     // over the ranks whose pairs pay
-    QuadsByRank full;                                  // 1 for a rank with all four cards unseen
+    std::int32_t courtCards;                           // unseen jacks to aces
+    std::int32_t lowCards;                             // unseen aces to fours
     StraightWays straights;
+    std::array<KeptCards, HoldCount> kept; // by hold pattern
+    std::array<RankKinds, 4> kinds;        // by the number of cards held, 1..3
 };
 
 StandardDeck deck;
@@ -28,418 +68,468 @@ std::int32_t Left(std::int32_t rank) {
     return deck.rankCount[static_cast<std::size_t>(rank)];
 }
 
-std::int32_t Ways(std::int32_t left, std::size_t taken) {
-    return SmallChoose[static_cast<std::size_t>(left)][taken];
+const RankSums& TermsOf(std::int32_t rank) {
+    return RankTerms[static_cast<std::size_t>(Left(rank))];
 }
 
 bool Pays(std::int32_t rank) {
     return rank >= deck.threshold;
 }
 
-// Cards dealt twice leave a rank or a suit short, but never below none.
+constexpr RankSums Sum(RankSums sums, const RankSums& terms) {
+    AddTerms(sums, terms);
+    return sums;
+}
+
+constexpr RankSums Less(RankSums sums, const RankSums& terms) {
+    TakeTerms(sums, terms);
+    return sums;
+}
+
+constexpr RankSums FullRanks(std::int32_t ranks) {
+    return {4 * ranks, 6 * ranks, 4 * ranks, ranks};
+}
+
+// Takes a dealt card out. A card dealt twice leaves its rank short, but never below none.
+void TakeCard(std::int32_t suit, std::int32_t rank) {
+    const auto atSuit = static_cast<std::size_t>(suit);
+    const auto atRank = static_cast<std::size_t>(rank);
+    const auto before = static_cast<std::size_t>(deck.rankCount[atRank]);
+    const std::size_t after = before - (before > 0 ? 1 : 0);
+    deck.present[atSuit] &= ~RankBit(rank);
+    --deck.suitCount[atSuit];
+    deck.rankCount[atRank] = static_cast<std::int32_t>(after);
+    deck.full[atRank] = 0;
+    deck.all = Sum(Less(deck.all, RankTerms[before]), RankTerms[after]);
+    if (Pays(rank)) {
+        deck.high = Sum(Less(deck.high, RankTerms[before]), RankTerms[after]);
+    }
+}
+
 void PrepareDeck(const Card* dealt, std::int32_t threshold) {
-    constexpr RankMask allRanks = (RankMask{1} << RanksPerSuit) - 1;
-    deck.present.fill(allRanks);
+    deck.present.fill(RankBit(RanksPerSuit) - 1);
     deck.suitCount.fill(RanksPerSuit);
     deck.rankCount.fill(SuitCount);
+    deck.full.fill(1);
     deck.threshold = threshold;
+    deck.all = FullRanks(RanksPerSuit);
+    deck.high = FullRanks(RanksPerSuit - threshold);
     for (std::size_t i = 0; i < HandSize; ++i) {
-        const auto suit = static_cast<std::size_t>(SuitOf(dealt[i]));
-        const auto rank = static_cast<std::size_t>(RankOf(dealt[i]));
-        deck.present[suit] &= ~(RankMask{1} << rank);
-        --deck.suitCount[suit];
-        deck.rankCount[rank] = std::max(deck.rankCount[rank] - 1, 0);
+        deck.dealtSuits[i] = SuitOf(dealt[i]);
+        deck.dealtRanks[i] = RankOf(dealt[i]);
+        TakeCard(deck.dealtSuits[i], deck.dealtRanks[i]);
     }
-    deck.all = {};
-    deck.high = {};
-    for (std::size_t rank = 0; rank < RanksPerSuit; ++rank) {
-        const std::int32_t left = deck.rankCount[rank];
-        const RankSums& terms = RankTerms[static_cast<std::size_t>(left)];
-        AddTerms(deck.all, terms);
-        if (Pays(static_cast<std::int32_t>(rank))) {
-            AddTerms(deck.high, terms);
-        }
-        deck.full[rank] = Ways(left, 4);
-    }
-    CountStraightWays(deck.straights, dealt, deck.rankCount);
+    deck.courtCards = Left(RankJack) + Left(RankQueen) + Left(RankKing) + Left(RankAce);
+    deck.lowCards = Left(RankDeuce) + Left(RankDeuce + 1) + Left(RankFour) + Left(RankAce);
+    deck.fullCourts = {deck.full[RankJack], deck.full[RankQueen], deck.full[RankKing],
+                       deck.full[RankAce]};
+    deck.fullLows = {deck.full[RankDeuce], deck.full[RankDeuce + 1], deck.full[RankFour],
+                     deck.full[RankAce]};
+    CountStraightWays(deck.straights, deck.dealtRanks, deck.rankCount);
 }
 
-// The ranks of which no card is held, all and those that pay.
-struct FreeRanks {
-    RankSums all = deck.all;
-    RankSums high = deck.high;
+// What a hold keeps with one card more, of a rank that may be there already.
+KeptCards With(const KeptCards& kept, const KeptCards& card) {
+    const RankMask again = kept.Ranks() & card.Ranks();
+    return {kept.sums + (again == 0 ? card.sums : 0),
+            kept.marks | card.marks | std::uint64_t{again} << 16};
+}
 
-    void Take(std::int32_t rank) {
-        const RankSums& terms = RankTerms[static_cast<std::size_t>(Left(rank))];
-        TakeTerms(all, terms);
-        if (Pays(rank)) {
-            TakeTerms(high, terms);
+// What is kept with a single dealt card.
+KeptCards CardAt(std::size_t position) {
+    const std::int32_t rank = deck.dealtRanks[position];
+    const RankSums& terms = TermsOf(rank);
+    const auto sums =
+        static_cast<std::uint64_t>(terms.cards | terms.pairs << 8 | terms.trips << 16);
+    return {Pays(rank) ? sums << 24 | sums : sums,
+            std::uint64_t{RankBit(rank)} | std::uint64_t{deck.straights.dealtBit[position]} << 32 |
+                std::uint64_t{1} << (48 + deck.dealtSuits[position])};
+}
+
+// Every set of positions is one of the positions before its last, and that last card.
+void PrepareHolds() {
+    for (RankKinds& kinds : deck.kinds) {
+        kinds.cards.fill(noneCounted);
+    }
+    deck.kept[0] = {};
+    for (std::size_t i = 0; i < HandSize; ++i) {
+        const KeptCards card = CardAt(i);
+        const std::size_t added = std::size_t{1} << i;
+        for (std::size_t pattern = 0; pattern < added; ++pattern) {
+            deck.kept[pattern + added] = With(deck.kept[pattern], card);
         }
     }
-};
+}
 
-// The suited runs of one suit, of which every missing card is unseen.
-void AddSuitedRuns(StandardOutcomes& out, RunMask runs) {
+constexpr bool IsOne(std::uint32_t set) {
+    return (set & (set - 1)) == 0;
+}
+
+constexpr std::int32_t LowestRank(RankMask ranks) {
+    return std::countr_zero(ranks);
+}
+
+// Moves the flushes and suited runs of one suit out of NoPay. A run of which every missing card is
+// unseen is one draw, counted as a straight so far, and no plain flush.
+void MoveSuited(StandardOutcomes& out, std::int32_t flushes, RunMask runs) {
+    const std::int32_t both = CountRuns(runs);
     const std::int32_t royals = (runs & RoyalRun) != 0 ? 1 : 0;
+    out[Flush] += flushes - both;
+    out[StraightFlush] += both - royals;
     out[Royal] += royals;
-    out[StraightFlush] += CountRuns(runs) - royals;
+    out[Straight] -= both;
+    out[NoPay] -= flushes - both;
 }
 
-// Straights, flushes and what is both, for one to four held cards of different ranks.
-void CountRunsAndFlushes(StandardOutcomes& out, const Card* held, std::size_t count) {
-    const std::int32_t suit = SuitOf(held[0]);
-    bool suited = true;
-    RankMask ranks = 0;
-    RunMask runs = AllRuns;
-    std::uint32_t kept = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        const auto rank = static_cast<std::size_t>(RankOf(held[i]));
-        suited &= SuitOf(held[i]) == suit;
-        ranks |= RankMask{1} << rank;
-        runs &= RunsThrough[rank];
-        kept |= deck.straights.dealtBit[rank];
+void MoveStraights(StandardOutcomes& out, std::int32_t straights) {
+    out[Straight] = straights;
+    out[NoPay] -= straights;
+}
+
+// The ways to draw the missing cards of a flush from those left of the suit.
+constexpr auto flushWays = [] {
+    std::array<std::array<std::int32_t, HandSize + 1>, RanksPerSuit + 1> ways{};
+    for (std::int32_t left = 0; left <= RanksPerSuit; ++left) {
+        for (std::int32_t drawn = 0; drawn <= static_cast<std::int32_t>(HandSize); ++drawn) {
+            ways[static_cast<std::size_t>(left)][static_cast<std::size_t>(drawn)] =
+                Choose(left, drawn);
+        }
     }
-    out[Straight] = deck.straights.ways[kept];
-    if (suited) {
-        const auto at = static_cast<std::size_t>(suit);
-        AddSuitedRuns(out, CompleteRuns(deck.present[at] | ranks) & runs);
-        const std::int32_t both = out[StraightFlush] + out[Royal];
-        out[Straight] -= both;
-        out[Flush] = Choose(deck.suitCount[at], static_cast<std::int32_t>(HandSize - count)) - both;
+    return ways;
+}();
+
+std::int32_t FlushWays(std::size_t suit, std::size_t drawn) {
+    return flushWays[static_cast<std::size_t>(deck.suitCount[suit])][drawn];
+}
+
+// For one to four kept cards of different ranks.
+void MoveRunsAndFlushes(StandardOutcomes& out, const KeptCards& kept, std::size_t drawn) {
+    MoveStraights(out, deck.straights.ways[kept.DealtBits()]);
+    if (!IsOne(kept.Suits())) {
+        return;
     }
+    const auto suit = static_cast<std::size_t>(std::countr_zero(kept.Suits()));
+    RunMask runs = CompleteRuns(deck.present[suit] | kept.Ranks());
+    for (RankMask ranks = kept.Ranks(); ranks != 0; ranks &= ranks - 1) {
+        runs &= RunsThrough[static_cast<std::size_t>(LowestRank(ranks))];
+    }
+    MoveSuited(out, FlushWays(suit, drawn), runs);
 }
 
 // Four jacks or better with another of them, and four of ace to four with another of these. An
 // ace's four has the last word of both records.
-constexpr std::int32_t courtRanks[KickerQuadsCount] = {RankJack, RankQueen, RankKing, RankAce};
-constexpr std::int32_t lowRanks[KickerQuadsCount] = {RankDeuce, 1, RankFour, RankAce};
+constexpr RankMask courtRanks =
+    RankBit(RankJack) | RankBit(RankQueen) | RankBit(RankKing) | RankBit(RankAce);
+constexpr RankMask lowRanks =
+    RankBit(RankDeuce) | RankBit(RankDeuce + 1) | RankBit(RankFour) | RankBit(RankAce);
 
-template <std::size_t n>
-std::size_t Find(const std::int32_t (&ranks)[n], std::int32_t rank) {
-    return static_cast<std::size_t>(std::find(ranks, ranks + n, rank) - ranks);
+constexpr bool AreIn(RankMask set, RankMask ranks) {
+    return (ranks & ~set) == 0;
 }
 
-// The fifth cards among the named ranks that are unseen and not of the rank itself.
-std::int32_t KickersLeft(const std::int32_t (&ranks)[KickerQuadsCount], std::int32_t rank) {
-    std::int32_t left = -Left(rank);
-    for (const std::int32_t kicker : ranks) {
-        left += Left(kicker);
-    }
-    return left;
+std::int32_t& CourtQuads(StandardDraws& draws, std::size_t hold, std::int32_t rank) {
+    return draws.courtQuads[hold][static_cast<std::size_t>(rank - RankJack)];
 }
 
-// The four of a rank whose every card is held or unseen, with any other unseen card.
-void AddQuadsWithAny(std::size_t hold, StandardDraws& draws, std::int32_t rank) {
-    const std::int32_t ways = unseen - Left(rank);
-    draws.outcomes[hold][Quads] += ways;
-    draws.quadsByRank[hold][static_cast<std::size_t>(rank)] = ways;
-    const std::size_t court = Find(courtRanks, rank);
-    if (court < KickerQuadsCount) {
-        draws.courtQuads[hold][court] = KickersLeft(courtRanks, rank);
+std::int32_t& LowQuads(StandardDraws& draws, std::size_t hold, std::int32_t rank) {
+    return draws.lowQuads[hold][rank == RankAce ? 3 : static_cast<std::size_t>(rank)];
+}
+
+// Four of a rank whose every card is held or unseen, with any other unseen card.
+void StoreQuadsWithAny(StandardDraws& draws, std::size_t hold, std::int32_t rank) {
+    const std::int32_t left = Left(rank);
+    draws.quadsByRank[hold][static_cast<std::size_t>(rank)] = unseen - left;
+    if (AreIn(courtRanks, RankBit(rank))) {
+        CourtQuads(draws, hold, rank) = deck.courtCards - left;
     }
-    const std::size_t low = Find(lowRanks, rank);
-    if (low < KickerQuadsCount) {
-        draws.lowQuads[hold][low] = KickersLeft(lowRanks, rank);
+    if (AreIn(lowRanks, RankBit(rank))) {
+        LowQuads(draws, hold, rank) = deck.lowCards - left;
     }
 }
 
-// The four of a rank whose every card is held or unseen, with a held card of another rank.
-void AddQuadsWithHeld(std::size_t hold, StandardDraws& draws, std::int32_t rank,
-                      std::int32_t kicker) {
-    draws.outcomes[hold][Quads] += 1;
+// Four of a kept rank whose every card is held or unseen, with a kept card of another rank.
+void StoreQuadsWithKept(StandardDraws& draws, std::size_t hold, std::int32_t rank, RankMask kept) {
     draws.quadsByRank[hold][static_cast<std::size_t>(rank)] = 1;
-    const std::size_t court = Find(courtRanks, rank);
-    if (court < KickerQuadsCount && Find(courtRanks, kicker) < KickerQuadsCount) {
-        draws.courtQuads[hold][court] = 1;
+    if (AreIn(courtRanks, kept)) {
+        CourtQuads(draws, hold, rank) = 1;
     }
-    const std::size_t low = Find(lowRanks, rank);
-    if (low < KickerQuadsCount && Find(lowRanks, kicker) < KickerQuadsCount) {
-        draws.lowQuads[hold][low] = 1;
+    if (AreIn(lowRanks, kept)) {
+        LowQuads(draws, hold, rank) = 1;
     }
 }
 
-// What is left over pays nothing.
-void Close(StandardOutcomes& out, std::int32_t total) {
-    std::int32_t paid = 0;
-    for (std::size_t category = HighPair; category < Total; ++category) {
-        paid += out[category];
-    }
-    out[NoPay] = total - paid;
-    out[Total] = total;
-}
-
-// The held ranks, those held at least twice and so on.
-struct HeldRanks {
-    RankMask any = 0;
-    RankMask twice = 0;
-    RankMask thrice = 0;
-    RankMask fourTimes = 0;
+// The draws told by rank alone, of which the rest pay nothing.
+struct RankDraws {
+    std::int32_t highPairs;
+    std::int32_t twoPairs;
+    std::int32_t trips;
+    std::int32_t fullHouses;
+    std::int32_t quads;
 };
 
-HeldRanks GatherRanks(const Card* held, std::size_t count) {
-    HeldRanks ranks;
-    for (std::size_t i = 0; i < count; ++i) {
-        const RankMask bit = RankBit(RankOf(held[i]));
-        ranks.fourTimes |= ranks.thrice & bit;
-        ranks.thrice |= ranks.twice & bit;
-        ranks.twice |= ranks.any & bit;
-        ranks.any |= bit;
+constexpr StandardOutcomes Outcomes(const RankDraws& draws, std::int32_t total) {
+    const std::int32_t paid =
+        draws.highPairs + draws.twoPairs + draws.trips + draws.fullHouses + draws.quads;
+    return {total - paid,
+            draws.highPairs,
+            draws.twoPairs,
+            draws.trips,
+            0,
+            0,
+            draws.fullHouses,
+            draws.quads,
+            0,
+            0,
+            total};
+}
+
+const KeptCards& KeptBy(std::size_t hold) {
+    return deck.kept[static_cast<std::size_t>(HoldOrder[hold])];
+}
+
+RankDraws DrawFive() {
+    return {PairAndThreeSingles(deck.high, deck.all), TwoPairsAndSingle(deck.all),
+            TripsAndTwoSingles(deck.all), TripsAndPair(deck.all),
+            // Any of the other unseen cards beside each full rank.
+            deck.all.quads * (unseen - 4)};
+}
+
+RankDraws DrawFourToOneRank(const KeptCards& kept) {
+    const RankSums rank = kept.All();
+    const RankSums free = Less(deck.all, rank);
+    const RankSums freeHigh = Less(deck.high, kept.High());
+    return {// The held rank paired, if it pays, or a free pair, and loose cards.
+            kept.HighCards() * ThreeSingles(free) + PairAndTwoSingles(freeHigh, free),
+            // The held rank paired and a free pair, or two free pairs.
+            rank.cards * PairAndSingle(free, free) + TwoPairs(free),
+            // Two more of the held rank and loose cards, or trips of a free rank.
+            rank.pairs * TwoSingles(free) + TripsAndSingle(free),
+            // Two more of the held rank with a pair, or one with trips.
+            rank.pairs * free.pairs + rank.cards * free.trips,
+            // Every full rank beside the held card, or the rest of its own rank with any card.
+            free.quads + rank.trips * (unseen - 3)};
+}
+
+RankDraws DrawThreeToTwoRanks(const KeptCards& kept) {
+    const RankSums ranks = kept.All();
+    const RankSums free = Less(deck.all, ranks);
+    const RankSums freeHigh = Less(deck.high, kept.High());
+    return {// A held rank paired that pays, or a free pair, and loose cards.
+            kept.HighCards() * TwoSingles(free) + PairAndSingle(freeHigh, free),
+            // Both held ranks paired, or one of them and a free pair.
+            TwoSingles(ranks) * free.cards + ranks.cards * free.pairs,
+            // Two more of one held rank and a loose card, or trips of a free rank.
+            ranks.pairs * free.cards + free.trips,
+            // Two more of one held rank and one of the other.
+            PairAndSingle(ranks, ranks),
+            // The rest of one held rank, beside the other held card.
+            ranks.trips};
+}
+
+RankDraws DrawThreeToPair(const RankSums& pair, bool pays) {
+    const RankSums free = Less(deck.all, pair);
+    return {pays ? ThreeSingles(free) : 0, PairAndSingle(free, free), pair.cards * TwoSingles(free),
+            // A third with a pair, or trips beside the pair.
+            pair.cards * free.pairs + free.trips,
+            // The other two with any card.
+            pair.pairs * (unseen - 2)};
+}
+
+RankDraws DrawTwoToThreeRanks(const KeptCards& kept) {
+    return {
+        // A held rank paired that pays and a loose card, or a free pair.
+        kept.HighCards() * (deck.all.cards - kept.Cards()) + (deck.high.pairs - kept.High().pairs),
+        // One more of each of two held ranks.
+        TwoSingles(kept.All()),
+        // Two more of one.
+        kept.All().pairs, 0, 0};
+}
+
+RankDraws DrawTwoToPairAndOne(const RankSums& pair, const RankSums& single, bool pays) {
+    const RankSums free = Less(Less(deck.all, pair), single);
+    return {pays ? TwoSingles(free) : 0,
+            // The single paired, or a free pair.
+            single.cards * free.cards + free.pairs, pair.cards * free.cards,
+            // One more of each held rank, or two of the single.
+            pair.cards * single.cards + single.pairs,
+            // The other two of the pair, beside the single.
+            pair.pairs};
+}
+
+RankDraws DrawTwoToTrips(const RankSums& trips) {
+    const RankSums free = Less(deck.all, trips);
+    return {0, 0, TwoSingles(free), free.pairs, trips.cards * (unseen - 1)};
+}
+
+RankDraws DrawOneToPair(std::int32_t pairLeft, std::int32_t singlesLeft, bool pays) {
+    return {pays ? unseen - pairLeft - singlesLeft : 0, singlesLeft, pairLeft, 0, 0};
+}
+
+RankDraws DrawOneToTwoPair(std::int32_t left) {
+    return {0, unseen - left, 0, left, 0};
+}
+
+RankDraws DrawOneToTripsAndOne(std::int32_t tripsLeft, std::int32_t singleLeft) {
+    return {0, 0, unseen - tripsLeft - singleLeft, singleLeft, tripsLeft};
+}
+
+constexpr RankDraws drawOneToQuads = {0, 0, 0, 0, unseen};
+
+// The outcomes of a hold of different ranks by its kind, counted where it is met first.
+inline const StandardOutcomes& OutcomesOfKind(const KeptCards& kept, std::size_t held,
+                                              RankDraws (*draw)(const KeptCards& kept)) {
+    RankKinds& kinds = deck.kinds[held];
+    const auto high = static_cast<std::size_t>(kept.HighCards());
+    if (kinds.cards[high] != kept.Cards()) {
+        kinds.cards[high] = static_cast<std::int8_t>(kept.Cards());
+        kinds.outcomes[high] =
+            Outcomes(draw(kept), Choose(unseen, static_cast<std::int32_t>(HandSize - held)));
     }
-    return ranks;
+    return kinds.outcomes[high];
 }
 
-std::int32_t LowestRank(RankMask ranks) {
-    return std::countr_zero(ranks);
+void CountDrawFive(std::size_t hold, StandardDraws& draws, const Card*) {
+    StandardOutcomes out = Outcomes(DrawFive(), Choose(unseen, 5));
+    MoveStraights(out, deck.straights.ways[0]);
+    for (std::size_t suit = 0; suit < SuitCount; ++suit) {
+        MoveSuited(out, FlushWays(suit, 5), CompleteRuns(deck.present[suit]));
+    }
+    draws.outcomes[hold] = out;
+    for (std::size_t rank = 0; rank < RanksPerSuit; ++rank) {
+        draws.quadsByRank[hold][rank] = deck.full[rank] * (unseen - 4);
+    }
+    for (std::size_t i = 0; i < KickerQuadsCount; ++i) {
+        draws.courtQuads[hold][i] = deck.fullCourts[i] * (deck.courtCards - 4);
+        draws.lowQuads[hold][i] = deck.fullLows[i] * (deck.lowCards - 4);
+    }
 }
 
-void DrawThreeToPair(std::size_t hold, StandardDraws& draws, std::int32_t rank) {
+void CountDrawFour(std::size_t hold, StandardDraws& draws, const Card*) {
+    const KeptCards& kept = KeptBy(hold);
     StandardOutcomes& out = draws.outcomes[hold];
-    FreeRanks free;
-    free.Take(rank);
-    const std::int32_t left = Left(rank);
-    if (left == 2) {
-        AddQuadsWithAny(hold, draws, rank);
+    out = OutcomesOfKind(kept, 1, DrawFourToOneRank);
+    MoveRunsAndFlushes(out, kept, 4);
+    draws.quadsByRank[hold] = deck.full;
+    if (AreIn(courtRanks, kept.Ranks())) {
+        draws.courtQuads[hold] = deck.fullCourts;
     }
-    // A third with a pair, or trips beside the pair.
-    out[FullHouse] = left * free.all.pairs + free.all.trips;
-    // A third with two loose cards.
-    out[Trips] = left * TwoSingles(free.all);
-    out[TwoPair] = PairAndSingle(free.all, free.all);
-    out[HighPair] = Pays(rank) ? ThreeSingles(free.all) : 0;
+    if (AreIn(lowRanks, kept.Ranks())) {
+        draws.lowQuads[hold] = deck.fullLows;
+    }
+    if (kept.Cards() == 3) {
+        StoreQuadsWithAny(draws, hold, LowestRank(kept.Ranks()));
+    }
 }
 
-void DrawThreeToTwoRanks(std::size_t hold, StandardDraws& draws, const Card* held) {
+void CountDrawThree(std::size_t hold, StandardDraws& draws, const Card*) {
+    const KeptCards& kept = KeptBy(hold);
     StandardOutcomes& out = draws.outcomes[hold];
-    const std::int32_t r = RankOf(held[0]);
-    const std::int32_t s = RankOf(held[1]);
-    FreeRanks free;
-    free.Take(r);
-    free.Take(s);
-    const std::int32_t leftR = Left(r);
-    const std::int32_t leftS = Left(s);
-    if (leftR == 3) {
-        AddQuadsWithHeld(hold, draws, r, s);
+    const std::int32_t first = LowestRank(kept.Ranks());
+    if (kept.Repeated() != 0) {
+        out = Outcomes(DrawThreeToPair(TermsOf(first), Pays(first)), Choose(unseen, 3));
+        if (kept.Cards() == 2) {
+            StoreQuadsWithAny(draws, hold, first);
+        }
+        return;
     }
-    if (leftS == 3) {
-        AddQuadsWithHeld(hold, draws, s, r);
+    out = OutcomesOfKind(kept, 2, DrawThreeToTwoRanks);
+    MoveRunsAndFlushes(out, kept, 3);
+    for (const std::int32_t rank : {first, LowestRank(kept.Ranks() & (kept.Ranks() - 1))}) {
+        if (Left(rank) == 3) {
+            StoreQuadsWithKept(draws, hold, rank, kept.Ranks());
+        }
     }
-    const std::int32_t pairs = Ways(leftR, 2) + Ways(leftS, 2);
-    // Two of one held rank and one of the other.
-    out[FullHouse] = Ways(leftR, 2) * leftS + leftR * Ways(leftS, 2);
-    // Two of one held rank with a loose card, or trips of a free rank.
-    out[Trips] = pairs * free.all.cards + free.all.trips;
-    // Both held ranks paired, or one of them and a free one.
-    out[TwoPair] = leftR * leftS * free.all.cards + (leftR + leftS) * free.all.pairs;
-    // One held rank that pays, or a free one, and loose cards.
-    out[HighPair] = ((Pays(r) ? leftR : 0) + (Pays(s) ? leftS : 0)) * TwoSingles(free.all) +
-                    PairAndSingle(free.high, free.all);
-    CountRunsAndFlushes(out, held, 2);
 }
 
-void DrawTwoToTrips(std::size_t hold, StandardDraws& draws, std::int32_t rank) {
+void CountDrawTwo(std::size_t hold, StandardDraws& draws, const Card*) {
+    const KeptCards& kept = KeptBy(hold);
     StandardOutcomes& out = draws.outcomes[hold];
-    FreeRanks free;
-    free.Take(rank);
-    if (Left(rank) == 1) {
-        AddQuadsWithAny(hold, draws, rank);
+    if (kept.Repeated() == 0) {
+        out = OutcomesOfKind(kept, 3, DrawTwoToThreeRanks);
+        MoveRunsAndFlushes(out, kept, 2);
+        return;
     }
-    out[FullHouse] = free.all.pairs;
-    out[Trips] = TwoSingles(free.all);
+    const std::int32_t most = LowestRank(kept.Repeated()); // the rank of the pair or the trips
+    if (kept.Repeated() == kept.Ranks()) {
+        out = Outcomes(DrawTwoToTrips(TermsOf(most)), Choose(unseen, 2));
+        if (kept.Cards() == 1) {
+            StoreQuadsWithAny(draws, hold, most);
+        }
+        return;
+    }
+    const std::int32_t single = LowestRank(kept.Ranks() ^ kept.Repeated());
+    out = Outcomes(DrawTwoToPairAndOne(TermsOf(most), TermsOf(single), Pays(most)),
+                   Choose(unseen, 2));
+    if (Left(most) == 2) {
+        StoreQuadsWithKept(draws, hold, most, kept.Ranks());
+    }
 }
 
-void DrawTwoToPairAndOne(std::size_t hold, StandardDraws& draws, std::int32_t pair,
-                         std::int32_t single) {
+void CountDrawOne(std::size_t hold, StandardDraws& draws, const Card* held) {
+    const KeptCards& kept = KeptBy(hold);
     StandardOutcomes& out = draws.outcomes[hold];
-    FreeRanks free;
-    free.Take(pair);
-    free.Take(single);
-    const std::int32_t leftPair = Left(pair);
-    const std::int32_t leftSingle = Left(single);
-    if (leftPair == 2) {
-        AddQuadsWithHeld(hold, draws, pair, single);
+    if (kept.Repeated() == 0) {
+        out = Outcomes({kept.HighCards(), 0, 0, 0, 0}, unseen);
+        MoveRunsAndFlushes(out, kept, 1);
+        return;
     }
-    // One of each held rank, or two of the single.
-    out[FullHouse] = leftPair * leftSingle + Ways(leftSingle, 2);
-    out[Trips] = leftPair * free.all.cards;
-    // The single paired, or a free pair.
-    out[TwoPair] = leftSingle * free.all.cards + free.all.pairs;
-    out[HighPair] = Pays(pair) ? TwoSingles(free.all) : 0;
-}
-
-void DrawTwoToThreeRanks(std::size_t hold, StandardDraws& draws, const Card* held) {
-    StandardOutcomes& out = draws.outcomes[hold];
-    FreeRanks free;
-    std::int32_t trips = 0;
-    std::int32_t sum = 0;
-    std::int32_t twoPairs = 0;
-    std::int32_t high = 0;
-    for (std::size_t i = 0; i < 3; ++i) {
-        const std::int32_t rank = RankOf(held[i]);
-        const std::int32_t left = Left(rank);
-        free.Take(rank);
-        trips += Ways(left, 2);
-        twoPairs += sum * left;
-        sum += left;
-        high += Pays(rank) ? left : 0;
+    const std::int32_t most = LowestRank(kept.Repeated()); // the rank of a pair, trips or quads
+    const std::int32_t left = Left(most);
+    const auto isMost = [&](Card card) { return RankOf(card) == most; };
+    if (IsOne(kept.Ranks())) {
+        out = Outcomes(drawOneToQuads, unseen);
+        StoreQuadsWithAny(draws, hold, most);
+    } else if (kept.Repeated() == kept.Ranks()) {
+        out = Outcomes(DrawOneToTwoPair(kept.Cards()), unseen);
+    } else if (std::count_if(held, held + 4, isMost) == 3) {
+        out = Outcomes(DrawOneToTripsAndOne(left, kept.Cards() - left), unseen);
+        if (left == 1) {
+            StoreQuadsWithKept(draws, hold, most, kept.Ranks());
+        }
+    } else {
+        out = Outcomes(DrawOneToPair(left, kept.Cards() - left, Pays(most)), unseen);
     }
-    out[Trips] = trips;
-    // One of each of two held ranks.
-    out[TwoPair] = twoPairs;
-    // One held rank that pays and a loose card, or a free pair.
-    out[HighPair] = high * free.all.cards + free.high.pairs;
-    CountRunsAndFlushes(out, held, 3);
 }
 
-void DrawOneToTripsAndOne(std::size_t hold, StandardDraws& draws, std::int32_t trips,
-                          std::int32_t single) {
-    StandardOutcomes& out = draws.outcomes[hold];
-    if (Left(trips) == 1) {
-        AddQuadsWithHeld(hold, draws, trips, single);
+// The held cards of each hold, in position order.
+constexpr std::array<std::array<std::uint8_t, HandSize>, HoldCount> heldPositions = [] {
+    std::array<std::array<std::uint8_t, HandSize>, HoldCount> positions{};
+    for (std::size_t hold = 0; hold < HoldCount; ++hold) {
+        std::size_t held = 0;
+        for (std::size_t position = 0; position < HandSize; ++position) {
+            if ((HoldOrder[hold] >> position & 1) != 0) {
+                positions[hold][held++] = static_cast<std::uint8_t>(position);
+            }
+        }
     }
-    out[FullHouse] = Left(single);
-    out[Trips] = unseen - Left(trips) - Left(single);
-}
+    return positions;
+}();
 
-void DrawOneToTwoPair(StandardOutcomes& out, RankMask pairs) {
-    out[FullHouse] = Left(LowestRank(pairs)) + Left(LowestRank(pairs & (pairs - 1)));
-    out[TwoPair] = unseen - out[FullHouse];
-}
+using Counter = void (*)(std::size_t hold, StandardDraws& draws, const Card* held);
 
-void DrawOneToPair(StandardOutcomes& out, std::int32_t pair, RankMask singles) {
-    out[Trips] = Left(pair);
-    out[TwoPair] = Left(LowestRank(singles)) + Left(LowestRank(singles & (singles - 1)));
-    out[HighPair] = Pays(pair) ? unseen - out[Trips] - out[TwoPair] : 0;
-}
-
-void DrawOneToFourRanks(StandardOutcomes& out, const Card* held) {
-    for (std::size_t i = 0; i < 4; ++i) {
-        const std::int32_t rank = RankOf(held[i]);
-        out[HighPair] += Pays(rank) ? Left(rank) : 0;
+inline void CountHolds(std::size_t first, std::size_t end, std::size_t count, Counter counter,
+                       StandardDraws& draws) {
+    for (std::size_t hold = first; hold < end; ++hold) {
+        std::array<Card, HandSize> held;
+        for (std::size_t i = 0; i < count; ++i) {
+            held[i] = draws.cards[heldPositions[hold][i]];
+        }
+        // Few holds have any quads; those that do store over the zeros.
+        draws.quadsByRank[hold] = {};
+        draws.courtQuads[hold] = {};
+        draws.lowQuads[hold] = {};
+        counter(hold, draws, held.data());
     }
-    CountRunsAndFlushes(out, held, 4);
 }
 
 } // namespace
 
-void CountDrawFive(std::size_t hold, StandardDraws& draws, const Card*) {
-    StandardOutcomes& out = draws.outcomes[hold];
-    out = {};
-    for (std::int32_t rank = 0; rank < RanksPerSuit; ++rank) {
-        if (Left(rank) == 4) {
-            AddQuadsWithAny(hold, draws, rank);
-        }
-    }
-    for (std::size_t suit = 0; suit < SuitCount; ++suit) {
-        AddSuitedRuns(out, CompleteRuns(deck.present[suit]));
-        out[Flush] += Choose(deck.suitCount[suit], 5);
-    }
-    const std::int32_t both = out[StraightFlush] + out[Royal];
-    out[Flush] -= both;
-    out[Straight] = deck.straights.ways[0] - both;
-    out[FullHouse] = TripsAndPair(deck.all);
-    out[Trips] = TripsAndTwoSingles(deck.all);
-    out[TwoPair] = TwoPairsAndSingle(deck.all);
-    out[HighPair] = PairAndThreeSingles(deck.high, deck.all);
-    Close(out, Choose(unseen, 5));
-}
-
-void CountDrawFour(std::size_t hold, StandardDraws& draws, const Card* held) {
-    StandardOutcomes& out = draws.outcomes[hold];
-    out = {};
-    const std::int32_t rank = RankOf(held[0]);
-    const std::int32_t left = Left(rank);
-    // Every full rank with the held card beside it.
-    draws.quadsByRank[hold] = deck.full;
-    for (const std::int32_t full : deck.full) {
-        out[Quads] += full;
-    }
-    if (Find(courtRanks, rank) < KickerQuadsCount) {
-        for (std::size_t i = 0; i < KickerQuadsCount; ++i) {
-            draws.courtQuads[hold][i] = deck.full[static_cast<std::size_t>(courtRanks[i])];
-        }
-    }
-    if (Find(lowRanks, rank) < KickerQuadsCount) {
-        for (std::size_t i = 0; i < KickerQuadsCount; ++i) {
-            draws.lowQuads[hold][i] = deck.full[static_cast<std::size_t>(lowRanks[i])];
-        }
-    }
-    if (left == 3) {
-        AddQuadsWithAny(hold, draws, rank);
-    }
-    FreeRanks free;
-    free.Take(rank);
-    // Two more of the held rank with a pair, or one with trips.
-    out[FullHouse] = Ways(left, 2) * free.all.pairs + left * free.all.trips;
-    // Two more of the held rank with loose cards, or trips of a free rank.
-    out[Trips] = Ways(left, 2) * TwoSingles(free.all) + TripsAndSingle(free.all);
-    // The held rank paired and a free pair, or two free pairs.
-    out[TwoPair] = left * PairAndSingle(free.all, free.all) + TwoPairs(free.all);
-    out[HighPair] =
-        (Pays(rank) ? left * ThreeSingles(free.all) : 0) + PairAndTwoSingles(free.high, free.all);
-    CountRunsAndFlushes(out, held, 1);
-    Close(out, Choose(unseen, 4));
-}
-
-void CountDrawThree(std::size_t hold, StandardDraws& draws, const Card* held) {
-    StandardOutcomes& out = draws.outcomes[hold];
-    out = {};
-    if (RankOf(held[0]) == RankOf(held[1])) {
-        DrawThreeToPair(hold, draws, RankOf(held[0]));
-    } else {
-        DrawThreeToTwoRanks(hold, draws, held);
-    }
-    Close(out, Choose(unseen, 3));
-}
-
-void CountDrawTwo(std::size_t hold, StandardDraws& draws, const Card* held) {
-    StandardOutcomes& out = draws.outcomes[hold];
-    out = {};
-    const HeldRanks ranks = GatherRanks(held, 3);
-    if (ranks.thrice != 0) {
-        DrawTwoToTrips(hold, draws, LowestRank(ranks.thrice));
-    } else if (ranks.twice != 0) {
-        DrawTwoToPairAndOne(hold, draws, LowestRank(ranks.twice),
-                            LowestRank(ranks.any ^ ranks.twice));
-    } else {
-        DrawTwoToThreeRanks(hold, draws, held);
-    }
-    Close(out, Choose(unseen, 2));
-}
-
-void CountDrawOne(std::size_t hold, StandardDraws& draws, const Card* held) {
-    StandardOutcomes& out = draws.outcomes[hold];
-    out = {};
-    const HeldRanks ranks = GatherRanks(held, 4);
-    if (ranks.fourTimes != 0) {
-        AddQuadsWithAny(hold, draws, LowestRank(ranks.fourTimes));
-    } else if (ranks.thrice != 0) {
-        DrawOneToTripsAndOne(hold, draws, LowestRank(ranks.thrice),
-                             LowestRank(ranks.any ^ ranks.thrice));
-    } else if (ranks.twice == ranks.any) {
-        DrawOneToTwoPair(out, ranks.any);
-    } else if (ranks.twice != 0) {
-        DrawOneToPair(out, LowestRank(ranks.twice), ranks.any ^ ranks.twice);
-    } else {
-        DrawOneToFourRanks(out, held);
-    }
-    Close(out, Choose(unseen, 1));
-}
-
 void EnumerateStandardDraws(StandardDraws& draws, std::int32_t threshold) {
     PrepareDeck(draws.cards.data(), threshold);
-    draws.quadsByRank = {};
-    draws.courtQuads = {};
-    draws.lowQuads = {};
-    for (std::size_t hold = 0; hold < HoldAllIndex; ++hold) {
-        std::array<Card, HandSize> held;
-        std::size_t count = 0;
-        for (std::size_t position = 0; position < HandSize; ++position) {
-            if ((HoldOrder[hold] >> position & 1) != 0) {
-                held[count++] = draws.cards[position];
-            }
-        }
-        constexpr decltype(&CountDrawFive) counters[] = {
-            CountDrawFive, CountDrawFour, CountDrawThree, CountDrawTwo, CountDrawOne};
-        counters[count](hold, draws, held.data());
-    }
+    PrepareHolds();
+    CountHolds(0, 1, 0, CountDrawFive, draws);
+    CountHolds(1, 6, 1, CountDrawFour, draws);
+    CountHolds(6, 16, 2, CountDrawThree, draws);
+    CountHolds(16, 26, 3, CountDrawTwo, draws);
+    CountHolds(26, 31, 4, CountDrawOne, draws);
 }

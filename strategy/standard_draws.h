@@ -55,13 +55,4 @@ static_assert(sizeof(StandardDraws) == sizeof(std::int32_t) * (5 + 32 * (11 + 13
 // meaning, but safely.
 void EnumerateStandardDraws(StandardDraws& draws, std::int32_t threshold);
 
-// One hold each, by the number of cards it draws; called by EnumerateStandardDraws with the deck
-// state made ready, the hold's index in hold order and the held cards in position order. Each
-// writes the hold's four records and leaves the deck state as it found it.
-void CountDrawFive(std::size_t hold, StandardDraws& draws, const Card* held);
-void CountDrawFour(std::size_t hold, StandardDraws& draws, const Card* held);
-void CountDrawThree(std::size_t hold, StandardDraws& draws, const Card* held);
-void CountDrawTwo(std::size_t hold, StandardDraws& draws, const Card* held);
-void CountDrawOne(std::size_t hold, StandardDraws& draws, const Card* held);
-
 #endif
