@@ -197,13 +197,12 @@ std::int32_t FindBestHold(const CardRecord* hand, const GameDescriptor& game, st
         break;
     }
     double best = -1.0;
-    std::int32_t index = 0;
-    for (std::int32_t hold = 0; hold < HoldCount; ++hold) {
-        const double value = resultTable[static_cast<std::size_t>(hold)].expectedReturn;
-        if (value > best) {
-            best = value;
-            index = hold;
+    const HoldResult* bestResult = resultTable.data();
+    for (const HoldResult& result : resultTable) {
+        if (result.expectedReturn > best) {
+            best = result.expectedReturn;
+            bestResult = &result;
         }
     }
-    return index;
+    return static_cast<std::int32_t>(bestResult - resultTable.data());
 }
