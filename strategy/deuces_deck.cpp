@@ -1,5 +1,7 @@
 #include "strategy/deuces_deck.h"
 
+#include <bit>
+
 #include "strategy/deuces_routines.h"
 
 namespace {
@@ -20,6 +22,7 @@ constexpr DeucesDeckState FullDeck = [] {
     deck.deuces = SuitCount;
     deck.histogram[SuitCount] = RanksPerSuit - 1;
     deck.heldDeuceSuit = -1;
+    deck.held = {{}, {}, 0, 0, {-1, -1, -1, -1}, {-1, -1}, -1, 1, 0};
     return deck;
 }();
 
@@ -44,51 +47,142 @@ void TakeCard(DeucesDeckState& deck, Card card) {
     }
 }
 
-// How the sorted naturals of a hold repeat: places among them of the singles, the pairs and the
-// trips; place `None` is empty.
-struct Repeats {
-    std::int32_t distinct;
-    std::int32_t singles[4];
-    std::int32_t pairs[2];
-    std::int32_t trips;
+// By deuces held, naturals held and how many ranks these are of, which tells every shape but three
+// and one from two and two: those share a routine.
+constexpr DeucesRoutine RoutineByShape[5][5][5] = {
+    {
+        {CountDeucesDrawFive},
+        {nullptr, CountOneSingle},
+        {nullptr, CountPair, CountTwoSingles},
+        {nullptr, CountTrips, CountPairAndSingle, CountThreeSingles},
+        {nullptr, CountFourOfAKind, CountTripsOrTwoPair, CountPairAndTwoSingles, CountFourSingles},
+    },
+    {
+        {CountOneDeuce},
+        {nullptr, CountDeuceAndSingle},
+        {nullptr, CountDeuceAndPair, CountDeuceAndTwoSingles},
+        {nullptr, CountDeuceAndTrips, CountDeucePairAndSingle, CountDeuceAndThreeSingles},
+    },
+    {
+        {CountTwoDeuces},
+        {nullptr, CountTwoDeucesAndSingle},
+        {nullptr, CountTwoDeucesAndPair, CountTwoDeucesTwoSingles},
+    },
+    {
+        {CountThreeDeuces},
+        {nullptr, CountThreeDeucesAndSingle},
+    },
+    {
+        {CountFourDeuces},
+    },
 };
 
-constexpr std::int32_t None = 4;
+// The same in one row, so that a byte tells the routine.
+constexpr std::size_t RoutineIndex(std::size_t deuces, std::size_t naturals, std::size_t distinct) {
+    return (deuces * 5 + naturals) * 5 + distinct;
+}
+constexpr std::array<DeucesRoutine, 125> Routines = [] {
+    std::array<DeucesRoutine, 125> routines{};
+    for (std::size_t deuces = 0; deuces < 5; ++deuces) {
+        for (std::size_t naturals = 0; naturals < 5; ++naturals) {
+            for (std::size_t distinct = 0; distinct < 5; ++distinct) {
+                routines[RoutineIndex(deuces, naturals, distinct)] =
+                    RoutineByShape[deuces][naturals][distinct];
+            }
+        }
+    }
+    return routines;
+}();
 
-// By a one and then a bit for each two neighbours, the first pair of neighbours lowest: 1 when they
-// are of one rank. Four of a rank are neither single, pair nor trips.
-constexpr Repeats RepeatsByTies[16] = {
-    {0, {None, None, None, None}, {None, None}, None}, // no natural
-    {1, {0, None, None, None}, {None, None}, None},    // a
-    {2, {0, 1, None, None}, {None, None}, None},       // a b
-    {1, {None, None, None, None}, {0, None}, None},    // a a
-    {3, {0, 1, 2, None}, {None, None}, None},          // a b c
-    {2, {2, None, None, None}, {0, None}, None},       // a a b
-    {2, {0, None, None, None}, {1, None}, None},       // b a a
-    {1, {None, None, None, None}, {None, None}, 0},    // a a a
-    {4, {0, 1, 2, 3}, {None, None}, None},             // a b c d
-    {3, {2, 3, None, None}, {0, None}, None},          // a a b c
-    {3, {0, 3, None, None}, {1, None}, None},          // b a a c
-    {2, {3, None, None, None}, {None, None}, 0},       // a a a b
-    {3, {0, 1, None, None}, {2, None}, None},          // b c a a
-    {2, {None, None, None, None}, {0, 2}, None},       // a a b b
-    {2, {0, None, None, None}, {None, None}, 1},       // b a a a
-    {1, {None, None, None, None}, {None, None}, None}, // a a a a
+constexpr std::uint8_t Absent = HandSize;
+
+// What a hold is made of, by places of the sorted hand.
+struct ShapeOfPlaces {
+    std::uint8_t routine = 0;
+    std::uint8_t count = 0;
+    std::uint8_t deuces = 0;
+    std::uint8_t distinct = 0;
+    std::uint8_t heldRanks = 0;
+    std::uint8_t firstNatural = Absent;
+    std::uint8_t held[4] = {Absent, Absent, Absent, Absent};
+    std::uint8_t singles[4] = {Absent, Absent, Absent, Absent};
+    std::uint8_t pairs[2] = {Absent, Absent};
+    std::uint8_t trips = Absent;
 };
 
-// By deuces held and ties as above. A hold has four cards at most, so the rows shorten.
-constexpr DeucesRoutine RoutineByShape[5][16] = {
-    {CountDeucesDrawFive, CountOneSingle, CountTwoSingles, CountPair, CountThreeSingles,
-     CountPairAndSingle, CountPairAndSingle, CountTrips, CountFourSingles, CountPairAndTwoSingles,
-     CountPairAndTwoSingles, CountTripsOrTwoPair, CountPairAndTwoSingles, CountTripsOrTwoPair,
-     CountTripsOrTwoPair, CountFourOfAKind},
-    {CountOneDeuce, CountDeuceAndSingle, CountDeuceAndTwoSingles, CountDeuceAndPair,
-     CountDeuceAndThreeSingles, CountDeucePairAndSingle, CountDeucePairAndSingle,
-     CountDeuceAndTrips},
-    {CountTwoDeuces, CountTwoDeucesAndSingle, CountTwoDeucesTwoSingles, CountTwoDeucesAndPair},
-    {CountThreeDeuces, CountThreeDeucesAndSingle},
-    {CountFourDeuces},
-};
+// The shape depends on which cards of the sorted hand tie, and on which are held.
+constexpr ShapeOfPlaces FindShape(std::uint32_t ties, std::uint32_t heldPlaces) {
+    ShapeOfPlaces shape;
+    const auto naturals = static_cast<std::int32_t>(std::bit_width(ties));
+    const std::int32_t deuces = static_cast<std::int32_t>(HandSize) - naturals;
+    std::uint8_t ranks = 0; // met so far, held or not
+    std::uint8_t times = 0; // the current rank is held
+    std::size_t singles = 0;
+    std::size_t pairs = 0;
+    for (std::int32_t place = 0; place < static_cast<std::int32_t>(HandSize); ++place) {
+        const bool natural = place >= deuces;
+        const bool tied = place > deuces && (ties >> (place - deuces - 1) & 1) != 0;
+        if (natural && !tied) {
+            ++ranks;
+            times = 0;
+        }
+        if ((heldPlaces >> place & 1) == 0 || shape.count == 4) {
+            continue;
+        }
+        const auto at = static_cast<std::uint8_t>(place);
+        shape.held[shape.count++] = at;
+        if (!natural) {
+            ++shape.deuces;
+            continue;
+        }
+        ++times;
+        shape.firstNatural = shape.firstNatural == Absent ? at : shape.firstNatural;
+        if (times == 1) {
+            ++shape.distinct;
+            shape.heldRanks = static_cast<std::uint8_t>(shape.heldRanks | 1u << (ranks - 1));
+            shape.singles[singles++] = at;
+        } else if (times == 2) {
+            shape.singles[--singles] = Absent;
+            shape.pairs[pairs++] = at;
+        } else if (times == 3) {
+            shape.pairs[--pairs] = Absent;
+            shape.trips = at;
+        } else {
+            shape.trips = Absent;
+        }
+    }
+    const auto index =
+        RoutineIndex(shape.deuces, shape.count - std::size_t{shape.deuces}, shape.distinct);
+    shape.routine = static_cast<std::uint8_t>(index);
+    return shape;
+}
+
+void SortCards(DeucesHand& hand, const Card* codes) {
+    for (std::int32_t i = 0; i < static_cast<std::int32_t>(HandSize); ++i) {
+        const std::int32_t rank = RankOf(codes[i]);
+        std::int32_t at = i;
+        for (; at > 0 && hand.ranks[at - 1] > rank; --at) {
+            hand.ranks[at] = hand.ranks[at - 1];
+            hand.suits[at] = hand.suits[at - 1];
+            hand.positions[at] = hand.positions[at - 1];
+        }
+        hand.ranks[at] = rank;
+        hand.suits[at] = SuitOf(codes[i]);
+        hand.positions[at] = i;
+    }
+    hand.ranks[Absent] = -1;
+    hand.suits[Absent] = -1;
+}
+
+constexpr auto Shapes = [] {
+    std::array<std::array<ShapeOfPlaces, HoldCount>, HoldCount> shapes{};
+    for (std::uint32_t ties = 0; ties < HoldCount; ++ties) {
+        for (std::uint32_t held = 0; held < HoldCount; ++held) {
+            shapes[ties][held] = FindShape(ties, held);
+        }
+    }
+    return shapes;
+}();
 
 } // namespace
 
@@ -99,35 +193,60 @@ void PrepareDeucesDeck(DeucesDeckState& deck, DeucesWorkArea* workArea) {
     for (const Card card : workArea->codes) {
         TakeCard(deck, card);
     }
+    deck.scratch.free = SumOverClasses(deck.histogram);
 }
 
-DeucesRoutine ClassifyHeldCards(DeucesDeckState& deck) {
-    DeucesHeldShape& held = deck.held;
-    std::int32_t deuces = 0;
-    while (deuces < held.count && held.ranks[deuces] == RankDeuce) {
-        ++deuces;
+void PrepareDeucesHand(DeucesHand& hand, const DeucesDeckState& deck) {
+    hand = {};
+    SortCards(hand, deck.workArea->codes);
+    hand.free[0] = deck.scratch.free;
+    std::size_t sets = 1;
+    for (std::size_t place = 0; place < HandSize; ++place) {
+        const std::int32_t rank = hand.ranks[place];
+        if (rank == RankDeuce) {
+            continue;
+        }
+        for (std::size_t other = 0; other < place; ++other) {
+            if (hand.ranks[other] != RankDeuce && hand.suits[other] != hand.suits[place]) {
+                hand.otherSuits[place] |= 1u << other;
+                hand.otherSuits[other] |= 1u << place;
+            }
+        }
+        if (place > 0 && hand.ranks[place - 1] == rank) {
+            continue;
+        }
+        hand.naturalRanks[hand.distinct++] = rank;
+        for (std::size_t set = 0; set < sets; ++set) {
+            hand.free[sets + set] = hand.free[set];
+            TakeTerms(hand.free[sets + set],
+                      RankTerms[static_cast<std::size_t>(deck.rankCount[rank])]);
+        }
+        sets *= 2;
     }
-    std::int32_t ranks[None + 1];
-    std::uint32_t ties = deuces < held.count ? 1 : 0;
-    held.suited = 1;
-    for (std::int32_t i = deuces; i < held.count; ++i) {
-        ranks[i - deuces] = held.ranks[i];
+    for (std::size_t place = HandSize; place-- > 0 && hand.ranks[place] != RankDeuce;) {
+        const bool tied = hand.ranks[place] == hand.ranks[place + 1];
+        hand.ties = hand.ties == 0 ? 1 : hand.ties << 1 | (tied ? 1u : 0u);
     }
-    for (std::int32_t i = held.count - 1; i > deuces; --i) {
-        ties = ties << 1 | (held.ranks[i] == held.ranks[i - 1] ? 1 : 0);
-        held.suited &= held.suits[i] == held.suits[i - 1] ? 1 : 0;
-    }
-    ranks[None] = -1;
+}
 
-    const Repeats& repeats = RepeatsByTies[ties];
-    held.distinct = repeats.distinct;
-    for (std::int32_t i = 0; i < 4; ++i) {
-        held.singles[i] = ranks[repeats.singles[i]];
+DeucesRoutine ClassifyHeldCards(DeucesDeckState& deck, const DeucesHand& hand,
+                                std::uint32_t heldPlaces) {
+    const ShapeOfPlaces& shape = Shapes[hand.ties][heldPlaces];
+    DeucesHeldShape& held = deck.held;
+    for (std::size_t i = 0; i < 4; ++i) {
+        held.ranks[i] = hand.ranks[shape.held[i]];
+        held.suits[i] = hand.suits[shape.held[i]];
+        held.singles[i] = hand.ranks[shape.singles[i]];
     }
-    held.pairs[0] = ranks[repeats.pairs[0]];
-    held.pairs[1] = ranks[repeats.pairs[1]];
-    held.trips = ranks[repeats.trips];
-    held.deuces = deuces;
-    deck.heldDeuceSuit = deuces > 0 ? held.suits[0] : -1;
-    return RoutineByShape[deuces][ties];
+    held.pairs[0] = hand.ranks[shape.pairs[0]];
+    held.pairs[1] = hand.ranks[shape.pairs[1]];
+    held.trips = hand.ranks[shape.trips];
+    held.count = shape.count;
+    held.distinct = shape.distinct;
+    held.deuces = shape.deuces;
+    held.suited = (heldPlaces & hand.otherSuits[shape.firstNatural]) == 0 ? 1 : 0;
+    deck.heldDeuceSuit = shape.deuces > 0 ? held.suits[0] : -1;
+    deck.scratch.heldRanks = shape.heldRanks;
+    deck.scratch.free = hand.free[shape.heldRanks];
+    return Routines[shape.routine];
 }

@@ -3,21 +3,28 @@
 #define TESSARIN_STRATEGY_DEUCES_DECK_H
 
 #include "strategy/deuces_draws.h"
+#include "strategy/rank_classes.h"
 
-inline constexpr std::int32_t DeucesScratchWords = 52;
-
-// The held cards, sorted. Ranks that are not there are -1.
+// The held cards in rank order, deuces first. Ranks that are not there are -1.
 struct DeucesHeldShape {
-    std::int32_t ranks[HandSize]; // the first `count`, ascending, deuces first
+    std::int32_t ranks[HandSize]; // the first `count`
     std::int32_t suits[HandSize]; // beside them
     std::int32_t count;
     std::int32_t distinct;   // natural ranks held
     std::int32_t singles[4]; // natural ranks held once, ascending
     std::int32_t pairs[2];   // natural ranks held twice, ascending
-    std::int32_t trips;      // the natural rank held three times
+    std::int32_t trips;      // the natural rank held three times, not four
     std::int32_t suited;     // 1 when no two naturals are of different suits
     std::int32_t deuces;
 };
+
+// Partial sums of the hold being counted, in a room of 52 words.
+struct DeucesScratch {
+    RankSums free;           // over the natural ranks that are not held
+    std::uint32_t heldRanks; // the numbers of the held natural ranks in the hand, a bit each
+    std::int32_t unused[47];
+};
+static_assert(sizeof(DeucesScratch) == 52 * sizeof(std::int32_t));
 
 // The deck without the five dealt cards, held or not: a discard cannot come back.
 struct DeucesDeckState {
@@ -30,19 +37,36 @@ struct DeucesDeckState {
     std::int32_t present[SuitCount][RanksPerSuit]; // 1 while the card is left
     std::int32_t royalCount[SuitCount];            // tens to aces left of each suit
     DeucesWorkArea* countedArea;                   // where the counting routines write
-    std::int32_t heldDeuceSuit;                    // -1 when no deuce is held
-    DeucesHeldShape held;                          // of the hold being counted
-    std::int32_t scratch[DeucesScratchWords];      // partial sums of one hold
+    std::int32_t heldDeuceSuit;                    // of the first deuce held, -1 when there is none
+    DeucesHeldShape held;
+    DeucesScratch scratch;
 };
 
-// Sets the deck up for the work area's hand, with nothing held and the scratch cleared.
+// The dealt hand in rank order, so that the held cards of every hold come sorted.
+struct DeucesHand {
+    std::int32_t ranks[HandSize + 1]; // -1 after the last, for what a shape has not
+    std::int32_t suits[HandSize + 1];
+    std::int32_t positions[HandSize];       // where each card stands in the hand as dealt
+    std::uint32_t otherSuits[HandSize + 1]; // of a natural, the places of those of other suits
+    std::uint32_t ties;                  // of the naturals: 1, then 1 or 0 for each two neighbours
+    std::int32_t distinct;               // natural ranks, numbered upwards
+    std::int32_t naturalRanks[HandSize]; // by number
+    RankSums
+        free[std::size_t{1} << HandSize]; // the ranks not held, by the numbers of the held ones
+};
+
+// Sets the deck up for the work area's hand, with nothing held.
 void PrepareDeucesDeck(DeucesDeckState& deck, DeucesWorkArea* workArea);
 
-// Counts the draws of one hold; the shape is set and the held ranks are out of the histogram.
+// Sorts the hand of the prepared deck.
+void PrepareDeucesHand(DeucesHand& hand, const DeucesDeckState& deck);
+
+// Counts the draws of one hold, whose cards are held in the deck.
 using DeucesRoutine = void (*)(DeucesDeckState& deck, std::int32_t hold);
 
-// Fills the rest of the shape from its ranks, suits and count (0..4 cards, ranks ascending) and the
-// suit of the held deuce, and returns the routine that counts the draws to that shape.
-DeucesRoutine ClassifyHeldCards(DeucesDeckState& deck);
+// Holds the cards at these places of the sorted hand, four at most, and returns the routine for
+// their shape. Of the deck this sets the shape, the suit of the held deuce and the scratch.
+DeucesRoutine ClassifyHeldCards(DeucesDeckState& deck, const DeucesHand& hand,
+                                std::uint32_t heldPlaces);
 
 #endif

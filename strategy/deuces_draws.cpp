@@ -2,7 +2,6 @@
 
 #include <cstring>
 
-#include "strategy/choose.h"
 #include "strategy/deuces_deck.h"
 #include "strategy/deuces_runs.h"
 
@@ -10,82 +9,38 @@ namespace {
 
 DeucesDeckState deckState;
 
-// The hand in rank order, so that the held cards of every hold come sorted.
-struct SortedHand {
-    std::int32_t ranks[HandSize];
-    std::int32_t suits[HandSize];
-    std::int32_t positions[HandSize];
-};
-
-SortedHand SortHand(const Card* codes) {
-    SortedHand hand{};
-    for (std::int32_t i = 0; i < static_cast<std::int32_t>(HandSize); ++i) {
-        std::int32_t at = i;
-        for (; at > 0 && hand.ranks[at - 1] > RankOf(codes[i]); --at) {
-            hand.ranks[at] = hand.ranks[at - 1];
-            hand.suits[at] = hand.suits[at - 1];
-            hand.positions[at] = hand.positions[at - 1];
+// The places in the sorted hand of the cards that each pattern holds.
+void FindHeldPlaces(const DeucesHand& hand, std::uint32_t* heldPlaces) {
+    std::uint32_t placeOf[HandSize];
+    for (std::size_t place = 0; place < HandSize; ++place) {
+        placeOf[hand.positions[place]] = 1u << place;
+    }
+    heldPlaces[0] = 0;
+    std::size_t patterns = 1;
+    for (const std::uint32_t place : placeOf) {
+        for (std::size_t pattern = 0; pattern < patterns; ++pattern) {
+            heldPlaces[patterns + pattern] = heldPlaces[pattern] | place;
         }
-        hand.ranks[at] = RankOf(codes[i]);
-        hand.suits[at] = SuitOf(codes[i]);
-        hand.positions[at] = i;
+        patterns *= 2;
     }
-    return hand;
-}
-
-void GatherHeldCards(DeucesHeldShape& held, const SortedHand& hand, HoldPattern pattern) {
-    held.count = 0;
-    for (std::size_t i = 0; i < HandSize; ++i) {
-        held.ranks[held.count] = hand.ranks[i];
-        held.suits[held.count] = hand.suits[i];
-        held.count += pattern >> hand.positions[i] & 1;
-    }
-}
-
-// A drawn card of a held rank makes other hands than one of a free rank.
-void TakeHeldRanks(DeucesDeckState& deck) {
-    const DeucesHeldShape& held = deck.held;
-    for (std::int32_t i = held.deuces; i < held.count; ++i) {
-        if (i == held.deuces || held.ranks[i] != held.ranks[i - 1]) {
-            --deck.histogram[deck.rankCount[held.ranks[i]]];
-        }
-    }
-}
-
-constexpr std::int32_t TotalDraws[HandSize] = {Choose(47, 5), Choose(47, 4), Choose(47, 3),
-                                               Choose(47, 2), Choose(47, 1)};
-
-void Finish(std::int32_t* words, std::int32_t held) {
-    std::int32_t paid = 0;
-    for (std::int32_t word = DeucesThreeOfAKind; word < DeucesTotal; ++word) {
-        paid += words[word];
-    }
-    words[DeucesTotal] = TotalDraws[held];
-    words[DeucesNoPay] = TotalDraws[held] - paid;
 }
 
 } // namespace
 
 std::int32_t CountDeucesHolds(DeucesWorkArea* workArea) {
-    DeucesDeckState& deck = deckState;
-    PrepareDeucesDeck(deck, workArea);
-    PrepareDeucesRuns(deck);
-    const SortedHand hand = SortHand(workArea->codes);
-    std::memset(workArea->counters, 0, sizeof workArea->counters);
+    DeucesHand hand;
+    PrepareDeucesDeck(deckState, workArea);
+    PrepareDeucesHand(hand, deckState);
+    PrepareDeucesRuns(deckState, hand);
+    std::uint32_t heldPlaces[HoldCount];
+    FindHeldPlaces(hand, heldPlaces);
+    std::memset(workArea->counters[HoldAllIndex], 0, sizeof workArea->counters[HoldAllIndex]);
     std::memset(workArea->fiveOfAKindByRank, 0, sizeof workArea->fiveOfAKindByRank);
     std::memset(workArea->fourDeucesByRank, 0, sizeof workArea->fourDeucesByRank);
     workArea->counters[HoldAllIndex][DeucesTotal] = 1;
-
-    std::int32_t histogram[5];
-    std::memcpy(histogram, deck.histogram, sizeof histogram);
     for (std::int32_t hold = 0; hold < HoldAllIndex; ++hold) {
-        GatherHeldCards(deck.held, hand, HoldOrder[static_cast<std::size_t>(hold)]);
-        std::memcpy(deck.histogram, histogram, sizeof histogram);
-        ClearRunScratch(deck);
-        const DeucesRoutine count = ClassifyHeldCards(deck);
-        TakeHeldRanks(deck);
-        count(deck, hold);
-        Finish(workArea->counters[hold], deck.held.count);
+        const HoldPattern pattern = HoldOrder[static_cast<std::size_t>(hold)];
+        ClassifyHeldCards(deckState, hand, heldPlaces[pattern])(deckState, hold);
     }
     return 1;
 }

@@ -7,479 +7,446 @@
 // A final hand is w deuces and 5 - w naturals, and whether it is five, four or three of a kind or a
 // full house is told by how the ranks of the naturals repeat. So the draws to a hold are counted
 // apart for each w that can come of it: the ways to draw the deuces that are missing, times the
-// ways to draw the naturals. One step below counts the naturals for one set of ranks held and one
-// w; a shape that holds more deuces leaves out the first steps. Naturals of different ranks may be
-// runs and flushes, which are counted first.
+// ways to draw the naturals. Where only w differs, shapes share a count and those with more deuces
+// leave out its first steps.
 
 namespace {
+
+// The draws of one hold by category.
+struct Draws {
+    std::int32_t threeOfAKind = 0;
+    std::int32_t straight = 0;
+    std::int32_t flush = 0;
+    std::int32_t fullHouse = 0;
+    std::int32_t fourOfAKind = 0;
+    std::int32_t naturalFourOfAKind = 0;
+    std::int32_t straightFlush = 0;
+    std::int32_t naturalStraightFlush = 0;
+    std::int32_t fiveOfAKind = 0;
+    std::int32_t wildRoyal = 0;
+    std::int32_t fourDeuces = 0;
+    std::int32_t naturalRoyal = 0;
+};
 
 std::int32_t Ways(std::int32_t n, std::int32_t k) {
     return SmallChoose[static_cast<std::size_t>(n)][static_cast<std::size_t>(k)];
 }
 
-// The deck and what is written for one hold.
-struct Count {
-    DeucesDeckState& deck;
-    std::int32_t hold;
-    std::int32_t* words;
-    std::int32_t* fives;
-    std::int32_t* fourDeuces;
-
-    std::int32_t Left(std::int32_t rank) const { return deck.rankCount[rank]; }
-    // The ways to draw the deuces that bring the hold to w.
-    std::int32_t DeuceWays(std::int32_t w) const { return Ways(deck.deuces, w - deck.held.deuces); }
-};
-
-Count CountOf(DeucesDeckState& deck, std::int32_t hold) {
-    DeucesWorkArea& area = *deck.countedArea;
-    return {deck, hold, area.counters[hold], area.fiveOfAKindByRank[hold],
-            area.fourDeucesByRank[hold]};
+std::int32_t Left(const DeucesDeckState& deck, std::int32_t rank) {
+    return deck.rankCount[rank];
 }
 
-RankSums FreeRanks(const DeucesDeckState& deck) {
-    return SumOverClasses(deck.histogram);
-}
-
-void AddFives(const Count& to, std::int32_t rank, std::int32_t draws) {
-    to.words[DeucesFiveOfAKind] += draws;
-    to.fives[rank] += draws;
-}
-
-void AddFourDeuces(const Count& to, std::int32_t rank, std::int32_t draws) {
-    to.words[DeucesFourDeuces] += draws;
-    to.fourDeuces[rank] += draws;
-}
-
-// Runs and flushes with the held singles, if they can be: every draw of one is to naturals that
-// differ in rank.
-void CountRunsAndFlushes(const Count& to) {
-    DeucesDeckState& deck = to.deck;
-    const RunMask runs = RunsThroughHeld(deck.held);
-    if (deck.held.suited != 0) {
-        CountSuitedDraws(deck, to.hold, runs);
+// Adds runs and flushes with w deuces, drawn in so many ways; returns the draws of naturals that
+// make one. With three deuces, four of a kind is more than a flush or a straight.
+std::int32_t AddRuns(Draws& draws, std::int32_t w, std::int32_t ways, const RunDraws& runs) {
+    (w == 0 ? draws.naturalRoyal : draws.wildRoyal) += ways * runs.royals;
+    (w == 0 ? draws.naturalStraightFlush : draws.straightFlush) += ways * runs.straightFlushes;
+    if (w == 3) {
+        return runs.royals + runs.straightFlushes;
     }
-    if (runs != 0) {
-        CountStraightDraws(deck, to.hold, runs);
-    }
+    draws.flush += ways * runs.flushes;
+    draws.straight += ways * runs.straights;
+    return runs.royals + runs.straightFlushes + runs.flushes + runs.straights;
 }
 
-void CountRunsAndFlushesToNothing(const Count& to) {
-    CountSuitedDrawsOfAnySuit(to.deck, to.hold);
-    CountStraightDrawsToNothing(to.deck, to.hold);
-}
+constexpr std::int32_t TotalDraws[HandSize] = {Choose(47, 5), Choose(47, 4), Choose(47, 3),
+                                               Choose(47, 2), Choose(47, 1)};
 
-// No natural held, 5 - w drawn.
-
-void NothingNoDeuce(const Count& to, const RankSums& free) {
-    // Four of a rank and a card of another.
-    to.words[DeucesNaturalFourOfAKind] += to.deck.histogram[4] * (free.cards - 4);
-    to.words[DeucesFullHouse] += TripsAndPair(free);
-    to.words[DeucesThreeOfAKind] += TripsAndTwoSingles(free);
-}
-
-void NothingOneDeuce(const Count& to, const RankSums& free) {
-    const std::int32_t ways = to.DeuceWays(1);
-    to.words[DeucesFourOfAKind] += ways * TripsAndSingle(free);
-    to.words[DeucesFullHouse] += ways * TwoPairs(free);
-    to.words[DeucesThreeOfAKind] += ways * PairAndTwoSingles(free, free);
-}
-
-void NothingTwoDeuces(const Count& to, const RankSums& free) {
-    const std::int32_t ways = to.DeuceWays(2);
-    to.words[DeucesFourOfAKind] += ways * PairAndSingle(free, free);
-    // Three ranks, less the runs and flushes.
-    to.words[DeucesThreeOfAKind] += ways * (ThreeSingles(free) - RunOrFlushDraws(to.deck, 2));
-}
-
-void NothingThreeDeuces(const Count& to, const RankSums& free) {
-    // Two ranks, less the straight flushes and royals.
-    to.words[DeucesFourOfAKind] +=
-        to.DeuceWays(3) * (TwoSingles(free) - SuitedRunDraws(to.deck, 3));
+// What is left over pays nothing.
+void Finish(DeucesDeckState& deck, std::int32_t hold, const Draws& draws, std::int32_t held) {
+    const std::int32_t total = TotalDraws[held];
+    std::int32_t* words = deck.countedArea->counters[hold];
+    words[DeucesNoPay] = total - draws.threeOfAKind - draws.straight - draws.flush -
+                         draws.fullHouse - draws.fourOfAKind - draws.naturalFourOfAKind -
+                         draws.straightFlush - draws.naturalStraightFlush - draws.fiveOfAKind -
+                         draws.wildRoyal - draws.fourDeuces - draws.naturalRoyal;
+    words[DeucesThreeOfAKind] = draws.threeOfAKind;
+    words[DeucesStraight] = draws.straight;
+    words[DeucesFlush] = draws.flush;
+    words[DeucesFullHouse] = draws.fullHouse;
+    words[DeucesFourOfAKind] = draws.fourOfAKind;
+    words[DeucesNaturalFourOfAKind] = draws.naturalFourOfAKind;
+    words[DeucesStraightFlush] = draws.straightFlush;
+    words[DeucesNaturalStraightFlush] = draws.naturalStraightFlush;
+    words[DeucesFiveOfAKind] = draws.fiveOfAKind;
+    words[DeucesWildRoyal] = draws.wildRoyal;
+    words[DeucesFourDeuces] = draws.fourDeuces;
+    words[DeucesNaturalRoyal] = draws.naturalRoyal;
+    words[DeucesTotal] = total;
 }
 
 // Fives of every rank, 5 - w naturals of it and w deuces, and all four deuces with any natural. Of
 // each rank only the number of its cards left matters.
-void NothingFivesAndFourDeuces(const Count& to, const RankSums& free) {
+void CountFivesAndFourDeuces(DeucesDeckState& deck, std::int32_t hold, Draws& draws,
+                             std::int32_t heldDeuces) {
     std::int32_t fives[5] = {};
-    for (std::int32_t w = 1; w <= 3; ++w) {
-        if (w >= to.deck.held.deuces) {
-            for (std::int32_t left = 5 - w; left <= 4; ++left) {
-                fives[left] += to.DeuceWays(w) * Ways(left, 5 - w);
-            }
+    for (std::int32_t w = heldDeuces > 1 ? heldDeuces : 1; w <= 3; ++w) {
+        for (std::int32_t left = 5 - w; left <= 4; ++left) {
+            fives[left] += Ways(deck.deuces, w - heldDeuces) * Ways(left, 5 - w);
         }
     }
-    const std::int32_t fourDeuces = to.DeuceWays(4);
+    const std::int32_t fourDeuces = Ways(deck.deuces, 4 - heldDeuces);
     for (std::int32_t rank = 1; rank < RanksPerSuit; ++rank) {
-        to.fives[rank] = fives[to.Left(rank)];
-        to.fourDeuces[rank] = fourDeuces * to.Left(rank);
+        const std::int32_t left = Left(deck, rank);
+        deck.countedArea->fiveOfAKindByRank[hold][rank] = fives[left];
+        deck.countedArea->fourDeucesByRank[hold][rank] = fourDeuces * left;
     }
     for (std::int32_t left = 2; left <= 4; ++left) {
-        to.words[DeucesFiveOfAKind] += to.deck.histogram[left] * fives[left];
+        draws.fiveOfAKind += deck.histogram[left] * fives[left];
     }
-    to.words[DeucesFourDeuces] += fourDeuces * free.cards;
+    draws.fourDeuces += fourDeuces * deck.scratch.free.cards;
 }
 
-// One rank a held, a left of it; 4 - w naturals drawn.
-
-void SingleNoDeuce(const Count& to, const RankSums& free) {
-    const std::int32_t a = to.Left(to.deck.held.singles[0]);
-    // Three more of a and a loose card, or four of another rank.
-    to.words[DeucesNaturalFourOfAKind] += Ways(a, 3) * free.cards + to.deck.histogram[4];
-    // Two more of a and a pair, or one more and trips.
-    to.words[DeucesFullHouse] += Ways(a, 2) * free.pairs + a * free.trips;
-    // Two more of a and two loose cards, or trips and a loose card.
-    to.words[DeucesThreeOfAKind] += Ways(a, 2) * TwoSingles(free) + TripsAndSingle(free);
+// No natural held: 5 - w drawn.
+inline void CountToNothing(DeucesDeckState& deck, std::int32_t hold, std::int32_t heldDeuces) {
+    const RankSums free = deck.scratch.free;
+    const std::int32_t deuces = deck.deuces;
+    Draws draws;
+    CountFivesAndFourDeuces(deck, hold, draws, heldDeuces);
+    if (heldDeuces == 0) {
+        AddRuns(draws, 0, 1, DrawRunsToNothing(5));
+        // Four of a rank and a card of another.
+        draws.naturalFourOfAKind += free.quads * (free.cards - 4);
+        draws.fullHouse += TripsAndPair(free);
+        draws.threeOfAKind += TripsAndTwoSingles(free);
+    }
+    if (heldDeuces <= 1) {
+        const std::int32_t ways = Ways(deuces, 1 - heldDeuces);
+        AddRuns(draws, 1, ways, DrawRunsToNothing(4));
+        draws.fourOfAKind += ways * TripsAndSingle(free);
+        draws.fullHouse += ways * TwoPairs(free);
+        draws.threeOfAKind += ways * PairAndTwoSingles(free, free);
+    }
+    if (heldDeuces <= 2) {
+        const std::int32_t ways = Ways(deuces, 2 - heldDeuces);
+        const std::int32_t better = AddRuns(draws, 2, ways, DrawRunsToNothing(3));
+        draws.fourOfAKind += ways * PairAndSingle(free, free);
+        // Three ranks, less the runs and flushes.
+        draws.threeOfAKind += ways * (ThreeSingles(free) - better);
+    }
+    const std::int32_t ways = Ways(deuces, 3 - heldDeuces);
+    const std::int32_t better = AddRuns(draws, 3, ways, DrawRunsToNothing(2));
+    // Two ranks, less the straight flushes and royals.
+    draws.fourOfAKind += ways * (TwoSingles(free) - better);
+    Finish(deck, hold, draws, heldDeuces);
 }
 
-void SingleOneDeuce(const Count& to, const RankSums& free) {
-    const std::int32_t ways = to.DeuceWays(1);
-    const std::int32_t rank = to.deck.held.singles[0];
-    const std::int32_t a = to.Left(rank);
-    AddFives(to, rank, ways * Ways(a, 3));
-    // Two more of a and a loose card, or trips beside a.
-    to.words[DeucesFourOfAKind] += ways * (Ways(a, 2) * free.cards + free.trips);
-    // One more of a and a pair.
-    to.words[DeucesFullHouse] += ways * a * free.pairs;
-    // One more of a and two loose cards, or a pair and a loose card.
-    to.words[DeucesThreeOfAKind] += ways * (a * TwoSingles(free) + PairAndSingle(free, free));
-}
-
-void SingleTwoDeuces(const Count& to, const RankSums& free) {
-    const std::int32_t ways = to.DeuceWays(2);
-    const std::int32_t rank = to.deck.held.singles[0];
-    const std::int32_t a = to.Left(rank);
-    AddFives(to, rank, ways * Ways(a, 2));
-    // One more of a and a loose card, or a pair beside a.
-    to.words[DeucesFourOfAKind] += ways * (a * free.cards + free.pairs);
-    // Two loose cards, less the runs and flushes.
-    to.words[DeucesThreeOfAKind] += ways * (TwoSingles(free) - RunOrFlushDraws(to.deck, 2));
-}
-
-void SingleThreeDeuces(const Count& to, const RankSums& free) {
-    const std::int32_t ways = to.DeuceWays(3);
-    const std::int32_t rank = to.deck.held.singles[0];
-    AddFives(to, rank, ways * to.Left(rank));
+// One rank held, a left of it: 4 - w naturals drawn.
+inline void CountToSingle(DeucesDeckState& deck, std::int32_t hold, std::int32_t heldDeuces) {
+    const HeldRuns runs = RunsOfHeld(deck);
+    const RankSums free = deck.scratch.free;
+    const std::int32_t deuces = deck.deuces;
+    const std::int32_t rank = deck.held.singles[0];
+    const std::int32_t a = Left(deck, rank);
+    Draws draws;
+    if (heldDeuces == 0) {
+        AddRuns(draws, 0, 1, DrawRuns(runs, 4));
+        // Three more of a and a loose card, or four of another rank.
+        draws.naturalFourOfAKind += Ways(a, 3) * free.cards + free.quads;
+        // Two more of a and a pair, or one more and trips.
+        draws.fullHouse += Ways(a, 2) * free.pairs + a * free.trips;
+        // Two more of a and two loose cards, or trips and a loose card.
+        draws.threeOfAKind += Ways(a, 2) * TwoSingles(free) + TripsAndSingle(free);
+    }
+    if (heldDeuces <= 1) {
+        const std::int32_t ways = Ways(deuces, 1 - heldDeuces);
+        AddRuns(draws, 1, ways, DrawRuns(runs, 3));
+        draws.fiveOfAKind += ways * Ways(a, 3);
+        // Two more of a and a loose card, or trips beside a.
+        draws.fourOfAKind += ways * (Ways(a, 2) * free.cards + free.trips);
+        // One more of a and a pair.
+        draws.fullHouse += ways * a * free.pairs;
+        // One more of a and two loose cards, or a pair and a loose card.
+        draws.threeOfAKind += ways * (a * TwoSingles(free) + PairAndSingle(free, free));
+    }
+    if (heldDeuces <= 2) {
+        const std::int32_t ways = Ways(deuces, 2 - heldDeuces);
+        const std::int32_t better = AddRuns(draws, 2, ways, DrawRuns(runs, 2));
+        draws.fiveOfAKind += ways * Ways(a, 2);
+        // One more of a and a loose card, or a pair beside a.
+        draws.fourOfAKind += ways * (a * free.cards + free.pairs);
+        // Two loose cards, less the runs and flushes.
+        draws.threeOfAKind += ways * (TwoSingles(free) - better);
+    }
+    const std::int32_t ways = Ways(deuces, 3 - heldDeuces);
+    const std::int32_t better = AddRuns(draws, 3, ways, DrawRuns(runs, 1));
+    draws.fiveOfAKind += ways * a;
     // A loose card, less those that make a straight flush or royal.
-    to.words[DeucesFourOfAKind] += ways * (free.cards - SuitedRunDraws(to.deck, 3));
+    draws.fourOfAKind += ways * (free.cards - better);
+    draws.fourDeuces += Ways(deuces, 4 - heldDeuces);
+    deck.countedArea->fiveOfAKindByRank[hold][rank] = draws.fiveOfAKind;
+    deck.countedArea->fourDeucesByRank[hold][rank] = draws.fourDeuces;
+    Finish(deck, hold, draws, heldDeuces + 1);
 }
 
-void SingleFourDeuces(const Count& to) {
-    AddFourDeuces(to, to.deck.held.singles[0], to.DeuceWays(4));
-}
-
-// Two ranks a and b held, 3 - w naturals drawn.
-
-void TwoSinglesNoDeuce(const Count& to, const RankSums& free) {
-    const std::int32_t a = to.Left(to.deck.held.singles[0]);
-    const std::int32_t b = to.Left(to.deck.held.singles[1]);
-    // Three more of one.
-    to.words[DeucesNaturalFourOfAKind] += Ways(a, 3) + Ways(b, 3);
-    // Two more of one and one more of the other.
-    to.words[DeucesFullHouse] += Ways(a, 2) * b + a * Ways(b, 2);
-    // Two more of one and a loose card, or trips beside both.
-    to.words[DeucesThreeOfAKind] += (Ways(a, 2) + Ways(b, 2)) * free.cards + free.trips;
-}
-
-void TwoSinglesOneDeuce(const Count& to, const RankSums& free) {
-    const std::int32_t ways = to.DeuceWays(1);
-    const std::int32_t a = to.Left(to.deck.held.singles[0]);
-    const std::int32_t b = to.Left(to.deck.held.singles[1]);
-    // Two more of one.
-    to.words[DeucesFourOfAKind] += ways * (Ways(a, 2) + Ways(b, 2));
-    // One more of each.
-    to.words[DeucesFullHouse] += ways * a * b;
-    // One more of one and a loose card, or a pair beside both.
-    to.words[DeucesThreeOfAKind] += ways * ((a + b) * free.cards + free.pairs);
-}
-
-void TwoSinglesTwoDeuces(const Count& to, const RankSums& free) {
-    const std::int32_t ways = to.DeuceWays(2);
-    const std::int32_t a = to.Left(to.deck.held.singles[0]);
-    const std::int32_t b = to.Left(to.deck.held.singles[1]);
+// Two ranks held, a and b left of them: 3 - w naturals drawn.
+inline void CountToTwoSingles(DeucesDeckState& deck, std::int32_t hold, std::int32_t heldDeuces) {
+    const HeldRuns runs = RunsOfHeld(deck);
+    const RankSums free = deck.scratch.free;
+    const std::int32_t deuces = deck.deuces;
+    const std::int32_t a = Left(deck, deck.held.singles[0]);
+    const std::int32_t b = Left(deck, deck.held.singles[1]);
+    const std::int32_t twoOfOne = Ways(a, 2) + Ways(b, 2);
+    Draws draws;
+    if (heldDeuces == 0) {
+        AddRuns(draws, 0, 1, DrawRuns(runs, 3));
+        // Three more of one.
+        draws.naturalFourOfAKind += Ways(a, 3) + Ways(b, 3);
+        // Two more of one and one more of the other.
+        draws.fullHouse += Ways(a, 2) * b + a * Ways(b, 2);
+        // Two more of one and a loose card, or trips beside both.
+        draws.threeOfAKind += twoOfOne * free.cards + free.trips;
+    }
+    if (heldDeuces <= 1) {
+        const std::int32_t ways = Ways(deuces, 1 - heldDeuces);
+        AddRuns(draws, 1, ways, DrawRuns(runs, 2));
+        draws.fourOfAKind += ways * twoOfOne;
+        // One more of each.
+        draws.fullHouse += ways * a * b;
+        // One more of one and a loose card, or a pair beside both.
+        draws.threeOfAKind += ways * ((a + b) * free.cards + free.pairs);
+    }
+    const std::int32_t ways = Ways(deuces, 2 - heldDeuces);
+    const std::int32_t better = AddRuns(draws, 2, ways, DrawRuns(runs, 1));
     // One more of either.
-    to.words[DeucesFourOfAKind] += ways * (a + b);
+    draws.fourOfAKind += ways * (a + b);
     // A loose card, less the runs and flushes.
-    to.words[DeucesThreeOfAKind] += ways * (free.cards - RunOrFlushDraws(to.deck, 2));
+    draws.threeOfAKind += ways * (free.cards - better);
+    // Three deuces: the only draw, unless it makes a straight flush or royal.
+    const std::int32_t lastWays = Ways(deuces, 3 - heldDeuces);
+    draws.fourOfAKind += lastWays * (1 - AddRuns(draws, 3, lastWays, DrawRuns(runs, 0)));
+    Finish(deck, hold, draws, heldDeuces + 2);
 }
 
-void TwoSinglesThreeDeuces(const Count& to) {
-    // The only draw, unless it makes a straight flush or royal.
-    to.words[DeucesFourOfAKind] += to.DeuceWays(3) * (1 - SuitedRunDraws(to.deck, 3));
-}
-
-// Three ranks a, b and c held, 2 - w naturals drawn.
-
-void ThreeSinglesNoDeuce(const Count& to) {
-    // Two more of one.
-    for (std::int32_t i = 0; i < 3; ++i) {
-        to.words[DeucesThreeOfAKind] += Ways(to.Left(to.deck.held.singles[i]), 2);
+// Three ranks held, a, b and c left of them: 2 - w naturals drawn.
+inline void CountToThreeSingles(DeucesDeckState& deck, std::int32_t hold, std::int32_t heldDeuces) {
+    const HeldRuns runs = RunsOfHeld(deck);
+    const std::int32_t deuces = deck.deuces;
+    const std::int32_t a = Left(deck, deck.held.singles[0]);
+    const std::int32_t b = Left(deck, deck.held.singles[1]);
+    const std::int32_t c = Left(deck, deck.held.singles[2]);
+    Draws draws;
+    if (heldDeuces == 0) {
+        AddRuns(draws, 0, 1, DrawRuns(runs, 2));
+        // Two more of one.
+        draws.threeOfAKind += Ways(a, 2) + Ways(b, 2) + Ways(c, 2);
     }
-}
-
-void ThreeSinglesOneDeuce(const Count& to) {
+    const std::int32_t ways = Ways(deuces, 1 - heldDeuces);
+    AddRuns(draws, 1, ways, DrawRuns(runs, 1));
     // One more of one.
-    for (std::int32_t i = 0; i < 3; ++i) {
-        to.words[DeucesThreeOfAKind] += to.DeuceWays(1) * to.Left(to.deck.held.singles[i]);
-    }
+    draws.threeOfAKind += ways * (a + b + c);
+    // Two deuces: the only draw, unless it makes a run or flush.
+    const std::int32_t lastWays = Ways(deuces, 2 - heldDeuces);
+    draws.threeOfAKind += lastWays * (1 - AddRuns(draws, 2, lastWays, DrawRuns(runs, 0)));
+    Finish(deck, hold, draws, heldDeuces + 3);
 }
 
-void ThreeSinglesTwoDeuces(const Count& to) {
-    // The only draw, unless it makes a run or flush.
-    to.words[DeucesThreeOfAKind] += to.DeuceWays(2) * (1 - RunOrFlushDraws(to.deck, 2));
+// Hands that come of five of a kind of one held rank alone.
+void SetFives(DeucesDeckState& deck, std::int32_t hold, std::int32_t rank, Draws& draws,
+              std::int32_t fives) {
+    draws.fiveOfAKind = fives;
+    deck.countedArea->fiveOfAKindByRank[hold][rank] = fives;
 }
-
-// A pair or trips of a held, with or without deuces: no run and no flush can come of it, so the
-// drawn cards that count are more of a, deuces, and pairs or trips among the free ranks.
 
 } // namespace
 
 void CountDeucesDrawFive(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const RankSums free = FreeRanks(deck);
-    CountRunsAndFlushesToNothing(to);
-    NothingFivesAndFourDeuces(to, free);
-    NothingNoDeuce(to, free);
-    NothingOneDeuce(to, free);
-    NothingTwoDeuces(to, free);
-    NothingThreeDeuces(to, free);
+    CountToNothing(deck, hold, 0);
 }
 
 void CountOneDeuce(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const RankSums free = FreeRanks(deck);
-    CountRunsAndFlushesToNothing(to);
-    NothingFivesAndFourDeuces(to, free);
-    NothingOneDeuce(to, free);
-    NothingTwoDeuces(to, free);
-    NothingThreeDeuces(to, free);
+    CountToNothing(deck, hold, 1);
 }
 
 void CountOneSingle(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const RankSums free = FreeRanks(deck);
-    CountRunsAndFlushes(to);
-    SingleNoDeuce(to, free);
-    SingleOneDeuce(to, free);
-    SingleTwoDeuces(to, free);
-    SingleThreeDeuces(to, free);
-    SingleFourDeuces(to);
+    CountToSingle(deck, hold, 0);
 }
 
 void CountTwoDeuces(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const RankSums free = FreeRanks(deck);
-    CountRunsAndFlushesToNothing(to);
-    NothingFivesAndFourDeuces(to, free);
-    NothingTwoDeuces(to, free);
-    NothingThreeDeuces(to, free);
+    CountToNothing(deck, hold, 2);
 }
 
 void CountDeuceAndSingle(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const RankSums free = FreeRanks(deck);
-    CountRunsAndFlushes(to);
-    SingleOneDeuce(to, free);
-    SingleTwoDeuces(to, free);
-    SingleThreeDeuces(to, free);
-    SingleFourDeuces(to);
+    CountToSingle(deck, hold, 1);
 }
 
 void CountPair(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const RankSums free = FreeRanks(deck);
+    const RankSums free = deck.scratch.free;
     const std::int32_t rank = deck.held.pairs[0];
-    const std::int32_t a = to.Left(rank);
-    const std::int32_t D = deck.deuces;
-    // Both cards of a that are left and a deuce, or fewer of a and more deuces.
-    AddFives(to, rank, Ways(a, 2) * D + a * Ways(D, 2) + Ways(D, 3));
-    // Two more of a, or a deuce for one or both, and a loose card.
-    to.words[DeucesNaturalFourOfAKind] += Ways(a, 2) * free.cards;
-    to.words[DeucesFourOfAKind] += (a * D + Ways(D, 2)) * free.cards;
-    // Trips of a and a pair, or trips beside the pair.
-    to.words[DeucesFullHouse] += (a + D) * free.pairs + free.trips;
-    // Trips of a and two loose cards.
-    to.words[DeucesThreeOfAKind] += (a + D) * TwoSingles(free);
+    const std::int32_t a = Left(deck, rank);
+    const std::int32_t deuces = deck.deuces;
+    Draws draws;
+    // Three of the cards of a and the deuces that are left, of which a has two at most.
+    SetFives(deck, hold, rank, draws, Ways(a, 2) * deuces + a * Ways(deuces, 2) + Ways(deuces, 3));
+    // Two of them and a loose card.
+    draws.naturalFourOfAKind = Ways(a, 2) * free.cards;
+    draws.fourOfAKind = (a * deuces + Ways(deuces, 2)) * free.cards;
+    // One of them and a pair, or trips beside the held pair.
+    draws.fullHouse = (a + deuces) * free.pairs + free.trips;
+    // One of them and two loose cards.
+    draws.threeOfAKind = (a + deuces) * TwoSingles(free);
+    Finish(deck, hold, draws, 2);
 }
 
 void CountTwoSingles(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const RankSums free = FreeRanks(deck);
-    CountRunsAndFlushes(to);
-    TwoSinglesNoDeuce(to, free);
-    TwoSinglesOneDeuce(to, free);
-    TwoSinglesTwoDeuces(to, free);
-    TwoSinglesThreeDeuces(to);
+    CountToTwoSingles(deck, hold, 0);
 }
 
 void CountThreeDeuces(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const RankSums free = FreeRanks(deck);
-    CountRunsAndFlushesToNothing(to);
-    NothingFivesAndFourDeuces(to, free);
-    NothingThreeDeuces(to, free);
+    CountToNothing(deck, hold, 3);
 }
 
 void CountTwoDeucesAndSingle(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const RankSums free = FreeRanks(deck);
-    CountRunsAndFlushes(to);
-    SingleTwoDeuces(to, free);
-    SingleThreeDeuces(to, free);
-    SingleFourDeuces(to);
+    CountToSingle(deck, hold, 2);
 }
 
 void CountDeuceAndPair(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const RankSums free = FreeRanks(deck);
+    const RankSums free = deck.scratch.free;
     const std::int32_t rank = deck.held.pairs[0];
-    const std::int32_t a = to.Left(rank);
-    const std::int32_t D = deck.deuces;
+    const std::int32_t a = Left(deck, rank);
+    const std::int32_t deuces = deck.deuces;
+    Draws draws;
     // Two of the cards of a and the deuces that are left.
-    AddFives(to, rank, Ways(a, 2) + a * D + Ways(D, 2));
+    SetFives(deck, hold, rank, draws, Ways(a, 2) + a * deuces + Ways(deuces, 2));
     // One of them and a loose card.
-    to.words[DeucesFourOfAKind] += (a + D) * free.cards;
+    draws.fourOfAKind = (a + deuces) * free.cards;
     // A pair beside the trips.
-    to.words[DeucesFullHouse] += free.pairs;
+    draws.fullHouse = free.pairs;
     // Two loose cards.
-    to.words[DeucesThreeOfAKind] += TwoSingles(free);
+    draws.threeOfAKind = TwoSingles(free);
+    Finish(deck, hold, draws, 3);
 }
 
 void CountDeuceAndTwoSingles(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const RankSums free = FreeRanks(deck);
-    CountRunsAndFlushes(to);
-    TwoSinglesOneDeuce(to, free);
-    TwoSinglesTwoDeuces(to, free);
-    TwoSinglesThreeDeuces(to);
+    CountToTwoSingles(deck, hold, 1);
 }
 
 void CountTrips(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const RankSums free = FreeRanks(deck);
+    const RankSums free = deck.scratch.free;
     const std::int32_t rank = deck.held.trips;
-    const std::int32_t a = to.Left(rank);
-    const std::int32_t D = deck.deuces;
+    const std::int32_t a = Left(deck, rank);
+    const std::int32_t deuces = deck.deuces;
+    Draws draws;
     // The last of a and a deuce, or two deuces.
-    AddFives(to, rank, a * D + Ways(D, 2));
+    SetFives(deck, hold, rank, draws, a * deuces + Ways(deuces, 2));
     // One of them and a loose card.
-    to.words[DeucesNaturalFourOfAKind] += a * free.cards;
-    to.words[DeucesFourOfAKind] += D * free.cards;
-    to.words[DeucesFullHouse] += free.pairs;
+    draws.naturalFourOfAKind = a * free.cards;
+    draws.fourOfAKind = deuces * free.cards;
+    // A pair.
+    draws.fullHouse = free.pairs;
     // Two loose cards.
-    to.words[DeucesThreeOfAKind] += TwoSingles(free);
+    draws.threeOfAKind = TwoSingles(free);
+    Finish(deck, hold, draws, 3);
 }
 
 void CountPairAndSingle(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const RankSums free = FreeRanks(deck);
-    const std::int32_t a = to.Left(deck.held.pairs[0]);
-    const std::int32_t b = to.Left(deck.held.singles[0]);
-    const std::int32_t D = deck.deuces;
-    // Two more of a, or a deuce for one or both.
-    to.words[DeucesNaturalFourOfAKind] += Ways(a, 2);
-    to.words[DeucesFourOfAKind] += a * D + Ways(D, 2);
-    // A third of a and a second of b, or two more of b.
-    to.words[DeucesFullHouse] += (a + D) * b + Ways(b, 2);
-    // A third of a and a loose card.
-    to.words[DeucesThreeOfAKind] += (a + D) * free.cards;
+    const std::int32_t a = Left(deck, deck.held.pairs[0]);
+    const std::int32_t b = Left(deck, deck.held.singles[0]);
+    const std::int32_t deuces = deck.deuces;
+    Draws draws;
+    // Two of the cards of a and the deuces that are left.
+    draws.naturalFourOfAKind = Ways(a, 2);
+    draws.fourOfAKind = a * deuces + Ways(deuces, 2);
+    // One of them and one more of b, or two more of b.
+    draws.fullHouse = (a + deuces) * b + Ways(b, 2);
+    // One of them and a loose card.
+    draws.threeOfAKind = (a + deuces) * deck.scratch.free.cards;
+    Finish(deck, hold, draws, 3);
 }
 
 void CountThreeSingles(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    CountRunsAndFlushes(to);
-    ThreeSinglesNoDeuce(to);
-    ThreeSinglesOneDeuce(to);
-    ThreeSinglesTwoDeuces(to);
+    CountToThreeSingles(deck, hold, 0);
 }
 
 void CountFourDeuces(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    to.words[DeucesFourDeuces] = deck.cards;
+    Draws draws;
+    draws.fourDeuces = deck.cards;
     for (std::int32_t rank = 1; rank < RanksPerSuit; ++rank) {
-        to.fourDeuces[rank] = to.Left(rank);
+        deck.countedArea->fourDeucesByRank[hold][rank] = Left(deck, rank);
     }
+    Finish(deck, hold, draws, 4);
 }
 
 void CountThreeDeucesAndSingle(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    CountRunsAndFlushes(to);
-    SingleThreeDeuces(to, FreeRanks(deck));
-    SingleFourDeuces(to);
+    CountToSingle(deck, hold, 3);
 }
 
 void CountTwoDeucesAndPair(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
     const std::int32_t rank = deck.held.pairs[0];
-    const std::int32_t fives = to.Left(rank) + deck.deuces;
-    AddFives(to, rank, fives);
+    const std::int32_t fives = Left(deck, rank) + deck.deuces;
+    Draws draws;
+    SetFives(deck, hold, rank, draws, fives);
     // Any other card leaves four of a kind.
-    to.words[DeucesFourOfAKind] += deck.cards - fives;
+    draws.fourOfAKind = deck.cards - fives;
+    Finish(deck, hold, draws, 4);
 }
 
 void CountTwoDeucesTwoSingles(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const RankSums free = FreeRanks(deck);
-    CountRunsAndFlushes(to);
-    TwoSinglesTwoDeuces(to, free);
-    TwoSinglesThreeDeuces(to);
+    CountToTwoSingles(deck, hold, 2);
 }
 
 void CountDeuceAndTrips(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
     const std::int32_t rank = deck.held.trips;
-    const std::int32_t fives = to.Left(rank) + deck.deuces;
-    AddFives(to, rank, fives);
+    const std::int32_t fives = Left(deck, rank) + deck.deuces;
+    Draws draws;
+    SetFives(deck, hold, rank, draws, fives);
     // Any other card leaves four of a kind.
-    to.words[DeucesFourOfAKind] += deck.cards - fives;
+    draws.fourOfAKind = deck.cards - fives;
+    Finish(deck, hold, draws, 4);
 }
 
 void CountDeucePairAndSingle(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    const std::int32_t fours = to.Left(deck.held.pairs[0]) + deck.deuces;
-    const std::int32_t b = to.Left(deck.held.singles[0]);
-    to.words[DeucesFourOfAKind] += fours;
-    to.words[DeucesFullHouse] += b;
+    const std::int32_t fours = Left(deck, deck.held.pairs[0]) + deck.deuces;
+    const std::int32_t b = Left(deck, deck.held.singles[0]);
+    Draws draws;
+    draws.fourOfAKind = fours;
+    draws.fullHouse = b;
     // Any other card leaves the trips.
-    to.words[DeucesThreeOfAKind] += deck.cards - fours - b;
+    draws.threeOfAKind = deck.cards - fours - b;
+    Finish(deck, hold, draws, 4);
 }
 
 void CountDeuceAndThreeSingles(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    CountRunsAndFlushes(to);
-    ThreeSinglesOneDeuce(to);
-    ThreeSinglesTwoDeuces(to);
+    CountToThreeSingles(deck, hold, 1);
 }
 
 void CountFourOfAKind(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    AddFives(to, deck.held.ranks[0], deck.deuces);
+    Draws draws;
+    SetFives(deck, hold, deck.held.ranks[0], draws, deck.deuces);
     // Any other card leaves the four.
-    to.words[DeucesNaturalFourOfAKind] += deck.cards - deck.deuces;
+    draws.naturalFourOfAKind = deck.cards - deck.deuces;
+    Finish(deck, hold, draws, 4);
 }
 
 void CountTripsOrTwoPair(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
-    if (deck.held.pairs[0] >= 0) {
+    Draws draws;
+    if (deck.held.trips < 0) {
         // A third of either pair; everything else pays nothing.
-        to.words[DeucesFullHouse] +=
-            to.Left(deck.held.pairs[0]) + to.Left(deck.held.pairs[1]) + deck.deuces;
-        return;
+        draws.fullHouse =
+            Left(deck, deck.held.pairs[0]) + Left(deck, deck.held.pairs[1]) + deck.deuces;
+    } else {
+        const std::int32_t a = Left(deck, deck.held.trips);
+        const std::int32_t b = Left(deck, deck.held.singles[0]);
+        draws.naturalFourOfAKind = a;
+        draws.fourOfAKind = deck.deuces;
+        draws.fullHouse = b;
+        // Any other card leaves the trips.
+        draws.threeOfAKind = deck.cards - a - b - deck.deuces;
     }
-    const std::int32_t a = to.Left(deck.held.trips);
-    const std::int32_t b = to.Left(deck.held.singles[0]);
-    to.words[DeucesNaturalFourOfAKind] += a;
-    to.words[DeucesFourOfAKind] += deck.deuces;
-    to.words[DeucesFullHouse] += b;
-    // Any other card leaves the trips.
-    to.words[DeucesThreeOfAKind] += deck.cards - a - b - deck.deuces;
+    Finish(deck, hold, draws, 4);
 }
 
 void CountPairAndTwoSingles(DeucesDeckState& deck, std::int32_t hold) {
-    const Count to = CountOf(deck, hold);
+    Draws draws;
     // A third of the pair; a card that pairs a single makes two pair, which pays nothing.
-    to.words[DeucesThreeOfAKind] += to.Left(deck.held.pairs[0]) + deck.deuces;
+    draws.threeOfAKind = Left(deck, deck.held.pairs[0]) + deck.deuces;
+    Finish(deck, hold, draws, 4);
 }
 
 void CountFourSingles(DeucesDeckState& deck, std::int32_t hold) {
-    CountRunsAndFlushes(CountOf(deck, hold));
+    const HeldRuns runs = RunsOfHeld(deck);
+    Draws draws;
+    AddRuns(draws, 0, 1, DrawRuns(runs, 1));
+    AddRuns(draws, 1, deck.deuces, DrawRuns(runs, 0));
+    Finish(deck, hold, draws, 4);
 }

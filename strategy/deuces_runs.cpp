@@ -1,264 +1,255 @@
 #include "strategy/deuces_runs.h"
 
+#include <algorithm>
 #include <bit>
 
 #include "strategy/choose.h"
+#include "strategy/rank_runs.h"
+
+DrawWays deucesStraights[std::size_t{1} << HandSize];
 
 namespace {
 
-// The ways to draw i = 1..4 cards of different ranks, 16 bits each from the lowest: the
-// coefficients of the product of (1 + c x) over the ranks, c the cards left of each. The way to
-// draw none is understood. No sum here exceeds 16 bits: ten runs of 4 * 4^4 are 10,240.
-using DrawWays = std::uint64_t;
-
-constexpr DrawWays OneCardMore(DrawWays ways) {
-    return ways << 16 | 1;
-}
-
-constexpr DrawWays WithRank(DrawWays ways, std::int32_t left) {
-    return ways + static_cast<DrawWays>(left) * OneCardMore(ways);
-}
-
-constexpr std::int32_t WaysToDraw(DrawWays ways, std::int32_t cards) {
-    return cards == 0 ? 1 : static_cast<std::int32_t>(ways >> (16 * (cards - 1)) & 0xffff);
-}
+constexpr std::int32_t Five = HandSize;
 
 // The ways to draw from one suit, by which of four neighbouring ranks are left.
 constexpr std::array<DrawWays, 16> WaysOfPresent = [] {
-    std::array<DrawWays, 16> ways{};
+    std::array<DrawWays, 16> ways{1};
     for (std::size_t present = 1; present < ways.size(); ++present) {
         ways[present] = WithRank(ways[present >> 1], static_cast<std::int32_t>(present & 1));
     }
     return ways;
 }();
 
-// Row n, column k: the ways to choose k of the n naturals left of a suit.
-constexpr auto SuitChoose = [] {
-    std::array<std::array<std::int32_t, HandSize + 1>, RanksPerSuit> ways{};
-    for (std::int32_t n = 0; n < RanksPerSuit; ++n) {
-        for (std::int32_t k = 0; k <= static_cast<std::int32_t>(HandSize); ++k) {
-            ways[static_cast<std::size_t>(n)][static_cast<std::size_t>(k)] = Choose(n, k);
-        }
+// The same by which of five are left, of which the lowest must be; it is not among those drawn.
+constexpr std::array<DrawWays, 32> WaysFromLowest = [] {
+    std::array<DrawWays, 32> ways{};
+    for (std::size_t present = 1; present < ways.size(); present += 2) {
+        ways[present] = WaysOfPresent[present >> 1];
     }
     return ways;
+}();
+
+// The ways to draw from 0..4 ranks that are all left whole.
+constexpr std::array<DrawWays, 5> WaysOfWholeRanks = [] {
+    std::array<DrawWays, 5> ways{1};
+    for (std::size_t ranks = 1; ranks < ways.size(); ++ranks) {
+        ways[ranks] = WithRank(ways[ranks - 1], SuitCount);
+    }
+    return ways;
+}();
+
+// Row n, column k: the ways to choose k of n naturals of a suit.
+using SuitChooseRow = std::array<std::int32_t, Five + 1>;
+constexpr std::array<SuitChooseRow, RanksPerSuit> SuitChoose = [] {
+    std::array<SuitChooseRow, RanksPerSuit> rows{};
+    for (std::int32_t n = 0; n < RanksPerSuit; ++n) {
+        for (std::int32_t k = 0; k <= Five; ++k) {
+            rows[static_cast<std::size_t>(n)][static_cast<std::size_t>(k)] = Choose(n, k);
+        }
+    }
+    return rows;
 }();
 
 const std::int32_t* ChooseFromSuit(std::int32_t cards) {
     return SuitChoose[static_cast<std::size_t>(cards)].data();
 }
 
-DrawWays PresentWays(RankMask places) {
-    return WaysOfPresent[places & 0xf];
-}
-
-std::int32_t SmallWays(std::int32_t n, std::int32_t k) {
-    return SmallChoose[static_cast<std::size_t>(n)][static_cast<std::size_t>(k)];
-}
+// The run from the deuce is never at its lowest: no natural is a deuce.
+constexpr std::int32_t DeuceRun = 1;
 
 // Places 0..13 are the ranks from the ace below the deuce up to the ace above the king, so that run
-// k is places k..k + 4. The deuces' place is empty, since they are no rank of their own.
+// k is places k..k + 4 and place k its lowest. The deuces' own place is always empty.
 constexpr std::int32_t PlaceCount = RanksPerSuit + 1;
 
-constexpr RankMask Places(RankMask ranks) {
+constexpr RankMask PlacesOf(RankMask ranks) {
     return (ranks << 1 | ranks >> RankAce) & ~RankMask{2};
 }
 
+constexpr bool Has(RankMask places, std::int32_t place) {
+    return (places >> place & 1) != 0;
+}
+
+constexpr std::uint32_t DealtSets = 1u << HandSize;
+
+constexpr std::array<std::uint8_t, DealtSets> SizeOfSet = [] {
+    std::array<std::uint8_t, DealtSets> sizes{};
+    for (std::uint32_t set = 0; set < DealtSets; ++set) {
+        sizes[set] = static_cast<std::uint8_t>(std::popcount(set));
+    }
+    return sizes;
+}();
+
 struct SearchRuns {
-    RankMask present[SuitCount];   // places of the naturals left in each suit
-    std::int32_t left[PlaceCount]; // cards left of the rank at each place
-    DrawWays straights;            // with no natural held: the cards beside the lowest
-    DrawWays straightFlushes;
-    std::int32_t royals[HandSize + 1]; // with no natural held, by number of naturals drawn
-    std::int32_t flushes[HandSize + 1];
+    RankMask present[SuitCount]; // places of the naturals left in each suit
+    // With no natural held, by naturals drawn; the straights and flushes are of all kinds.
+    std::int32_t royals[Five + 1];
+    std::int32_t flushes[Five + 1];
+    std::int32_t straightsToNothing[Five + 1];
+    DrawWays straightFlushes; // the cards beside the lowest
 };
 
 SearchRuns searchRuns;
 
-// Scratch words, each by the deuces of the final hand.
-constexpr std::int32_t SuitedRuns = 0;
-constexpr std::int32_t RunsAndFlushes = 4;
-constexpr std::int32_t RunScratchWords = 8;
-
-// The straights are of 3..5 naturals, the lowest of them apart: those of a run that start it, and
-// those of ten to ace without the ten.
-DrawWays AllStraights(const std::int32_t* left) {
-    DrawWays straights = 0;
-    DrawWays above = 0;
-    for (std::int32_t run = 0; run < RunCount; ++run) {
-        above = 0;
-        for (std::int32_t place = run + 1; place < run + RunLength; ++place) {
-            above = WithRank(above, left[place]);
-        }
-        straights += static_cast<DrawWays>(left[run]) * above;
+void FindPresent(const DeucesHand& hand) {
+    constexpr RankMask all = (RankMask{1} << RanksPerSuit) - 1;
+    for (RankMask& present : searchRuns.present) {
+        present = PlacesOf(all);
     }
-    return straights + (above >> 16);
-}
-
-// The same over the cards of a suit; ten to ace is left to the royals.
-DrawWays AllStraightFlushes(RankMask present) {
-    DrawWays straightFlushes = 0;
-    for (std::int32_t run = 0; run < RunCount - 1; ++run) {
-        if ((present >> run & 1) != 0) {
-            straightFlushes += PresentWays(present >> (run + 1));
+    for (std::size_t place = 0; place < HandSize; ++place) {
+        if (hand.ranks[place] != RankDeuce) {
+            searchRuns.present[hand.suits[place]] &= ~PlacesOf(RankBit(hand.ranks[place]));
         }
     }
-    return straightFlushes;
 }
 
-RankMask HeldPlaces(const DeucesHeldShape& held) {
-    RankMask ranks = 0;
-    for (std::int32_t i = 0; i < held.distinct; ++i) {
-        ranks |= RankBit(held.singles[i]);
-    }
-    return Places(ranks);
-}
-
-} // namespace
-
-void PrepareDeucesRuns(const DeucesDeckState& deck) {
-    SearchRuns& runs = searchRuns;
-    runs = {};
-    runs.left[0] = deck.rankCount[RankAce];
-    for (std::int32_t rank = 1; rank < RanksPerSuit; ++rank) {
-        runs.left[rank + 1] = deck.rankCount[rank];
-    }
+// With no natural held: royals, straight flushes and flushes of every suit.
+void FindSuitedToNothing(const DeucesDeckState& deck) {
     for (std::int32_t suit = 0; suit < SuitCount; ++suit) {
-        RankMask ranks = 0;
-        for (std::int32_t rank = 1; rank < RanksPerSuit; ++rank) {
-            ranks |= static_cast<RankMask>(deck.present[suit][rank]) << rank;
+        for (std::int32_t run = 0; run < RunCount - 1; ++run) {
+            searchRuns.straightFlushes += WaysFromLowest[searchRuns.present[suit] >> run & 0x1f];
         }
-        runs.present[suit] = Places(ranks);
-        runs.straightFlushes += AllStraightFlushes(runs.present[suit]);
         const std::int32_t* royals = ChooseFromSuit(deck.royalCount[suit]);
         const std::int32_t* flushes = ChooseFromSuit(deck.suitCount[suit]);
-        for (std::size_t cards = 0; cards <= HandSize; ++cards) {
-            runs.royals[cards] += royals[cards];
-            runs.flushes[cards] += flushes[cards];
+        for (std::int32_t naturals = 2; naturals <= Five; ++naturals) {
+            searchRuns.royals[naturals] += royals[naturals];
+            searchRuns.flushes[naturals] += flushes[naturals];
         }
     }
-    runs.straights = AllStraights(runs.left);
 }
 
-RunMask RunsThroughHeld(const DeucesHeldShape& held) {
-    RunMask runs = AllRuns;
-    for (std::int32_t i = 0; i < held.distinct; ++i) {
-        runs &= RunsThrough[static_cast<std::size_t>(held.singles[i])];
+// With no natural held: the lowest card of a run and 2, 3 or 4 of those above it, which are two
+// neighbouring ranks and the two after; in the run from ten to ace, also those without the ten.
+void FindStraightsToNothing(const DeucesDeckState& deck) {
+    std::int32_t left[PlaceCount];
+    std::copy_n(deck.rankCount, RanksPerSuit, left + 1);
+    left[0] = left[RankAce + 1];
+    left[DeuceRun] = 0;
+    std::int32_t both[PlaceCount - 1];   // a card of each of two neighbours
+    std::int32_t either[PlaceCount - 1]; // a card of one of them
+    for (std::int32_t place = 0; place < PlaceCount - 1; ++place) {
+        both[place] = left[place] * left[place + 1];
+        either[place] = left[place] + left[place + 1];
     }
-    return runs;
+    std::int32_t ofThree = 0;
+    std::int32_t ofFour = 0;
+    std::int32_t ofFive = 0;
+    for (std::int32_t run = 0; run < RunCount; ++run) {
+        const std::int32_t near = run + 1;
+        const std::int32_t far = run + 3;
+        const std::int32_t withoutLowest = run == RunCount - 1 ? 1 : 0;
+        const std::int32_t two = both[near] + both[far] + either[near] * either[far];
+        const std::int32_t three = both[near] * either[far] + either[near] * both[far];
+        const std::int32_t four = both[near] * both[far];
+        ofThree += left[run] * two + withoutLowest * three;
+        ofFour += left[run] * three + withoutLowest * four;
+        ofFive += left[run] * four;
+    }
+    searchRuns.straightsToNothing[3] = ofThree;
+    searchRuns.straightsToNothing[4] = ofFour;
+    searchRuns.straightsToNothing[5] = ofFive;
 }
 
-namespace {
-
-std::int32_t CardsToDraw(const DeucesHeldShape& held) {
-    return static_cast<std::int32_t>(HandSize) - held.count;
-}
-
-// Adds the draws of m naturals and w deuces by category: of all flushes those that are royals or
-// straight flushes are taken out. Three deuces and two suited naturals that are neither are four of
-// a kind, which pays more than the flush.
-void AddSuited(DeucesDeckState& deck, std::int32_t hold, std::int32_t w, std::int32_t royals,
-               std::int32_t straightFlushes, std::int32_t flushes) {
-    std::int32_t* counts = deck.countedArea->counters[hold];
-    const std::int32_t ways = SmallWays(deck.deuces, w - deck.held.deuces);
-    counts[w == 0 ? DeucesNaturalRoyal : DeucesWildRoyal] += ways * royals;
-    counts[w == 0 ? DeucesNaturalStraightFlush : DeucesStraightFlush] += ways * straightFlushes;
-    deck.scratch[SuitedRuns + w] = royals + straightFlushes;
-    if (w < 3) {
-        counts[DeucesFlush] += ways * (flushes - royals - straightFlushes);
-        deck.scratch[RunsAndFlushes + w] = flushes;
+// Adds the straights of a run to the sets of dealt ranks they have, held or drawn; the ranks not
+// dealt are whole.
+void AddStraightsOfRun(const std::uint32_t* dealtAt, std::int32_t run) {
+    const std::uint32_t lowest = dealtAt[run];
+    const std::uint32_t above =
+        dealtAt[run + 1] | dealtAt[run + 2] | dealtAt[run + 3] | dealtAt[run + 4];
+    if ((lowest | above) == 0) {
+        return;
+    }
+    const std::size_t whole = 4u - SizeOfSet[above] - (run == 0 ? 1u : 0u);
+    std::uint32_t always = lowest; // dealt ranks that these straights all have
+    std::uint32_t maybe = above;   // and that they may have
+    DrawWays ways = WaysOfWholeRanks[whole];
+    if (run == RunCount - 1) {
+        always = 0;
+        maybe = above | lowest;
+        ways = lowest == 0 ? WithRank(ways, SuitCount) : ways;
+    } else if (lowest == 0) {
+        ways = AndCard(ways, SuitCount);
+    }
+    for (std::uint32_t set = maybe;; set = (set - 1) & maybe) {
+        deucesStraights[set | always] += ways;
+        if (set == 0) {
+            break;
+        }
     }
 }
 
-void AddStraights(DeucesDeckState& deck, std::int32_t hold, std::int32_t w,
-                  std::int32_t straights) {
-    const std::int32_t ways = SmallWays(deck.deuces, w - deck.held.deuces);
-    const std::int32_t unsuited = straights - deck.scratch[SuitedRuns + w];
-    deck.countedArea->counters[hold][DeucesStraight] += ways * unsuited;
-    deck.scratch[RunsAndFlushes + w] += unsuited;
+// With naturals held: first by the dealt ranks that the straights have; then, rank by rank, those
+// that have it are also draws, of a card of it, to the holds without it.
+void FindStraights(const DeucesDeckState& deck, const DeucesHand& hand) {
+    std::uint32_t dealtAt[PlaceCount] = {};
+    for (std::int32_t number = 0; number < hand.distinct; ++number) {
+        dealtAt[hand.naturalRanks[number] + 1] = 1u << number;
+    }
+    dealtAt[0] = dealtAt[RankAce + 1];
+    for (std::int32_t run = 0; run < RunCount; ++run) {
+        if (run != DeuceRun) {
+            AddStraightsOfRun(dealtAt, run);
+        }
+    }
+    const std::uint32_t sets = 1u << hand.distinct;
+    for (std::int32_t number = 0; number < hand.distinct; ++number) {
+        const std::uint32_t bit = 1u << number;
+        const std::int32_t left = deck.rankCount[hand.naturalRanks[number]];
+        for (std::uint32_t high = 0; high < sets; high += 2 * bit) {
+            for (std::uint32_t set = high; set < high + bit; ++set) {
+                deucesStraights[set] += AndCard(deucesStraights[set + bit], left);
+            }
+        }
+    }
+}
+
+// Straight flushes with held naturals of one suit, by the runs that all of them lie in. The lowest
+// card of a run is held, or left and drawn, or was discarded.
+DrawWays StraightFlushesOfHeld(RunMask runs, RankMask held, RankMask present) {
+    DrawWays ways = 0;
+    for (RunMask rest = runs & ~RoyalRun; rest != 0; rest &= rest - 1) {
+        const std::int32_t run = std::countr_zero(rest);
+        const DrawWays above = WaysOfPresent[present >> (run + 1) & 0xf];
+        if (Has(held, run)) {
+            ways += above;
+        } else if (Has(present, run)) {
+            ways += AndCard(above, 1);
+        }
+    }
+    return ways;
 }
 
 } // namespace
 
-void CountSuitedDraws(DeucesDeckState& deck, std::int32_t hold, RunMask runs) {
+void PrepareDeucesRuns(const DeucesDeckState& deck, const DeucesHand& hand) {
+    searchRuns = {};
+    std::fill_n(deucesStraights, DealtSets, 0);
+    FindPresent(hand);
+    FindSuitedToNothing(deck);
+    FindStraightsToNothing(deck);
+    FindStraights(deck, hand);
+}
+
+void FindSuitedRuns(const DeucesDeckState& deck, HeldRuns& found) {
     const DeucesHeldShape& held = deck.held;
+    RankMask ranks = 0;
+    RunMask runs = AllRuns;
+    for (std::int32_t i = 0; i < held.distinct; ++i) {
+        ranks |= RankBit(held.singles[i]);
+        runs &= RunsThrough[static_cast<std::size_t>(held.singles[i])];
+    }
     const std::int32_t suit = held.suits[held.deuces];
-    const RankMask present = searchRuns.present[suit];
-    const RankMask heldPlaces = HeldPlaces(held);
-    DrawWays straightFlushes = 0;
-    std::int32_t complete = 0;
-    for (RunMask left = runs & ~RoyalRun; left != 0; left &= left - 1) {
-        const std::int32_t run = std::countr_zero(left);
-        const DrawWays above = PresentWays(present >> (run + 1));
-        if ((heldPlaces >> run & 1) != 0) {
-            straightFlushes += above;
-            complete = 1;
-        } else if ((present >> run & 1) != 0) {
-            straightFlushes += OneCardMore(above);
-        }
+    if ((runs & RoyalRun) != 0) {
+        found.royals = ChooseFromSuit(deck.royalCount[suit]);
     }
-    const std::int32_t* royals = ChooseFromSuit((runs & RoyalRun) != 0 ? deck.royalCount[suit] : 0);
-    const std::int32_t* flushes = ChooseFromSuit(deck.suitCount[suit]);
-    const std::int32_t royal = (runs & RoyalRun) != 0 ? 1 : 0;
-    std::int32_t w = held.deuces;
-    for (std::int32_t m = CardsToDraw(held); m >= 0 && w <= 3; --m, ++w) {
-        AddSuited(deck, hold, w, royal * royals[m],
-                  m == 0 ? complete : WaysToDraw(straightFlushes, m), flushes[m]);
-    }
+    found.flushes = ChooseFromSuit(deck.suitCount[suit]);
+    found.straightFlushes = StraightFlushesOfHeld(runs, PlacesOf(ranks), searchRuns.present[suit]);
 }
 
-void CountSuitedDrawsOfAnySuit(DeucesDeckState& deck, std::int32_t hold) {
-    std::int32_t w = deck.held.deuces;
-    for (std::int32_t m = CardsToDraw(deck.held); w <= 3; --m, ++w) {
-        AddSuited(deck, hold, w, searchRuns.royals[m],
-                  WaysToDraw(searchRuns.straightFlushes, m - 1), searchRuns.flushes[m]);
-    }
-}
-
-void CountStraightDraws(DeucesDeckState& deck, std::int32_t hold, RunMask runs) {
-    const DeucesHeldShape& held = deck.held;
-    const RankMask heldPlaces = HeldPlaces(held);
-    std::int32_t left[PlaceCount];
-    for (std::int32_t place = 0; place < PlaceCount; ++place) {
-        left[place] = (heldPlaces >> place & 1) != 0 ? 0 : searchRuns.left[place];
-    }
-    DrawWays straights = 0;
-    for (RunMask some = runs; some != 0; some &= some - 1) {
-        const std::int32_t run = std::countr_zero(some);
-        DrawWays above = 0;
-        for (std::int32_t place = run + 1; place < run + RunLength; ++place) {
-            above = WithRank(above, left[place]);
-        }
-        if (run == RunCount - 1) {
-            straights += WithRank(above, left[run]);
-        } else if ((heldPlaces >> run & 1) != 0) {
-            straights += above;
-        } else {
-            straights += static_cast<DrawWays>(left[run]) * OneCardMore(above);
-        }
-    }
-    std::int32_t w = held.deuces;
-    for (std::int32_t m = CardsToDraw(held); m >= 0 && w <= 2; --m, ++w) {
-        AddStraights(deck, hold, w, WaysToDraw(straights, m));
-    }
-}
-
-void CountStraightDrawsToNothing(DeucesDeckState& deck, std::int32_t hold) {
-    std::int32_t w = deck.held.deuces;
-    for (std::int32_t m = CardsToDraw(deck.held); w <= 2; --m, ++w) {
-        AddStraights(deck, hold, w, WaysToDraw(searchRuns.straights, m - 1));
-    }
-}
-
-std::int32_t SuitedRunDraws(const DeucesDeckState& deck, std::int32_t finalDeuces) {
-    return deck.scratch[SuitedRuns + finalDeuces];
-}
-
-std::int32_t RunOrFlushDraws(const DeucesDeckState& deck, std::int32_t finalDeuces) {
-    return deck.scratch[RunsAndFlushes + finalDeuces];
-}
-
-void ClearRunScratch(DeucesDeckState& deck) {
-    for (std::int32_t word = 0; word < RunScratchWords; ++word) {
-        deck.scratch[word] = 0;
-    }
+RunDraws DrawRunsToNothing(std::int32_t naturals) {
+    const std::int32_t royals = searchRuns.royals[naturals];
+    const std::int32_t straightFlushes = WaysToDraw(searchRuns.straightFlushes, naturals - 1);
+    const std::int32_t suited = royals + straightFlushes;
+    return {royals, straightFlushes, searchRuns.flushes[naturals] - suited,
+            searchRuns.straightsToNothing[naturals] - suited};
 }

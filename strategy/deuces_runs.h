@@ -1,37 +1,78 @@
 // The hands of Deuces Wild in which no rank repeats: royals, straight flushes, flushes, straights.
 //
-// w deuces and 5 - w naturals of different ranks make a straight exactly when the naturals lie
-// within one run of five ranks. So that none is counted twice, a set of naturals belongs to the one
-// run that starts with its lowest rank, or, when none does, to the run from ten to ace; the ace is
-// the lowest rank of the wheel. A straight flush that belongs to ten to ace in its entirety is a
-// royal.
+// Deuces and naturals of different ranks make a straight exactly when the naturals lie within one
+// run of five ranks. They may lie within several, so a set of naturals is counted at one: the run
+// that starts with its lowest rank (the ace is the lowest of the wheel) or, when there is none, the
+// run from ten to ace. Of one suit, those of ten to ace are the royals, the others straight
+// flushes.
 #ifndef TESSARIN_STRATEGY_DEUCES_RUNS_H
 #define TESSARIN_STRATEGY_DEUCES_RUNS_H
 
 #include "strategy/deuces_deck.h"
-#include "strategy/rank_runs.h"
 
-// Takes the runs out of the prepared deck, for all holds of the hand.
-void PrepareDeucesRuns(const DeucesDeckState& deck);
+// The ways to draw 0..4 naturals of different ranks, 12 bits each from the lowest: a polynomial
+// whose coefficient k is the ways to draw k of them. With a natural held at most five runs count,
+// and a coefficient is 4 * 4^4 + 4^4 = 1,280 at most.
+using DrawWays = std::uint64_t;
 
-// The runs that all held naturals lie in.
-RunMask RunsThroughHeld(const DeucesHeldShape& held);
+constexpr std::int32_t WaysToDraw(DrawWays ways, std::int32_t cards) {
+    return static_cast<std::int32_t>(ways >> (12 * cards) & 0xfff);
+}
 
-// Adds royals (words 12 and 10), straight flushes (8 and 7) and flushes (3) drawn to held naturals,
-// one or more, of one suit; or, with none held, those of every suit. Leaves the draws of each
-// number of deuces in the final hand in the scratch.
-void CountSuitedDraws(DeucesDeckState& deck, std::int32_t hold, RunMask runs);
-void CountSuitedDrawsOfAnySuit(DeucesDeckState& deck, std::int32_t hold);
+// A card that is drawn besides, of a rank with so many left; and one that may be drawn or not.
+constexpr DrawWays AndCard(DrawWays ways, std::int32_t left) {
+    return static_cast<DrawWays>(left) * (ways << 12);
+}
+constexpr DrawWays WithRank(DrawWays ways, std::int32_t left) {
+    return ways + AndCard(ways, left);
+}
 
-// Adds straights (2): the draws to the given runs less the suited ones in the scratch. Comes after
-// the suited draws, if there are any.
-void CountStraightDraws(DeucesDeckState& deck, std::int32_t hold, RunMask runs);
-void CountStraightDrawsToNothing(DeucesDeckState& deck, std::int32_t hold);
+// Draws of naturals that make a run or flush with what is held, each in one category.
+struct RunDraws {
+    std::int32_t royals;
+    std::int32_t straightFlushes;
+    std::int32_t flushes;
+    std::int32_t straights;
+};
 
-// What the scratch tells after the above, for w deuces in the final hand and a given draw of them:
-// the draws of naturals that make a royal or straight flush, and any category of this room.
-std::int32_t SuitedRunDraws(const DeucesDeckState& deck, std::int32_t finalDeuces);
-std::int32_t RunOrFlushDraws(const DeucesDeckState& deck, std::int32_t finalDeuces);
-void ClearRunScratch(DeucesDeckState& deck);
+// All runs and flushes that a hold with naturals can become, by number of naturals drawn.
+struct HeldRuns {
+    DrawWays straights;          // of any suits
+    const std::int32_t* royals;  // and these of the one suit held, if it is one
+    const std::int32_t* flushes; // of any ranks
+    DrawWays straightFlushes;
+};
+
+inline constexpr std::int32_t NoSuitedWays[HandSize + 1] = {};
+
+// With naturals held: the straights of any suits, by the numbers of the held ranks in the hand.
+extern DrawWays deucesStraights[std::size_t{1} << HandSize];
+
+// Takes the runs out of the deck, once for all holds of the hand.
+void PrepareDeucesRuns(const DeucesDeckState& deck, const DeucesHand& hand);
+
+void FindSuitedRuns(const DeucesDeckState& deck, HeldRuns& runs);
+
+// For one held natural or more, of different ranks.
+inline HeldRuns RunsOfHeld(const DeucesDeckState& deck) {
+    HeldRuns runs = {deucesStraights[deck.scratch.heldRanks], NoSuitedWays, NoSuitedWays, 0};
+    if (deck.held.suited != 0) {
+        FindSuitedRuns(deck, runs);
+    }
+    return runs;
+}
+
+// The draws of so many naturals to held ones.
+inline RunDraws DrawRuns(const HeldRuns& runs, std::int32_t naturals) {
+    const std::int32_t royals = runs.royals[naturals];
+    const std::int32_t straightFlushes = WaysToDraw(runs.straightFlushes, naturals);
+    const std::int32_t suited = royals + straightFlushes;
+    return {royals, straightFlushes, runs.flushes[naturals] - suited,
+            WaysToDraw(runs.straights, naturals) - suited};
+}
+
+// The draws of so many naturals, 2..5, with none held; two make no straight or flush here, since
+// three deuces with them are four of a kind.
+RunDraws DrawRunsToNothing(std::int32_t naturals);
 
 #endif

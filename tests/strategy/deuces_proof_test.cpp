@@ -293,7 +293,8 @@ TEST(DeucesDeck, HoldsWhatIsLeft) {
         EXPECT_EQ(deck.present[SuitOf(card)][RankOf(card)], dealt ? 0 : 1) << card;
     }
     EXPECT_EQ(deck.heldDeuceSuit, -1);
-    EXPECT_EQ(SumOf(deck.scratch, DeucesScratchWords), 0);
+    EXPECT_EQ(deck.scratch.free.cards, 2 + 2 * 3 + 9 * 4);
+    EXPECT_EQ(deck.scratch.free.pairs, 1 + 2 * 3 + 9 * 6);
 }
 
 namespace {
@@ -366,15 +367,34 @@ TEST(DeucesDeck, ClassifiesEveryShape) {
         {{B(6), B(7), B(9), A(12)}, CountFourSingles, 4, {6, 7, 9, 12}, {}, -1, 0, 0},
     };
     for (const ShapeCase& expected : cases) {
-        DeucesDeckState deck{};
-        DeucesHeldShape& held = deck.held;
-        held.count = static_cast<std::int32_t>(expected.held.size());
-        for (std::size_t i = 0; i < expected.held.size(); ++i) {
-            held.ranks[i] = RankOf(expected.held[i]);
-            held.suits[i] = SuitOf(expected.held[i]);
-        }
         SCOPED_TRACE(&expected - cases);
-        EXPECT_EQ(ClassifyHeldCards(deck), expected.routine);
+        // The cards that complete the hand are of other ranks than those held, some below them and
+        // some above, and the hand stands in falling order.
+        std::vector<Card> hand = expected.held;
+        for (const Card other : {C(1), E(10), B(11), C(2), A(5), B(4)}) {
+            if (hand.size() < HandSize && std::none_of(hand.begin(), hand.end(), [&](Card card) {
+                    return RankOf(card) == RankOf(other);
+                })) {
+                hand.push_back(other);
+            }
+        }
+        ASSERT_EQ(hand.size(), HandSize);
+        std::sort(hand.rbegin(), hand.rend());
+        std::copy(hand.begin(), hand.end(), workArea.codes);
+        DeucesDeckState deck{};
+        PrepareDeucesDeck(deck, &workArea);
+        DeucesHand sorted{};
+        PrepareDeucesHand(sorted, deck);
+        std::uint32_t heldPlaces = 0;
+        for (std::size_t place = 0; place < HandSize; ++place) {
+            const Card card = workArea.codes[static_cast<std::size_t>(sorted.positions[place])];
+            if (std::count(expected.held.begin(), expected.held.end(), card) != 0) {
+                heldPlaces |= 1u << place;
+            }
+        }
+        EXPECT_EQ(ClassifyHeldCards(deck, sorted, heldPlaces), expected.routine);
+        const DeucesHeldShape& held = deck.held;
+        EXPECT_EQ(held.count, static_cast<std::int32_t>(expected.held.size()));
         EXPECT_EQ(held.distinct, expected.distinct);
         EXPECT_EQ(held.deuces, expected.deuces);
         EXPECT_EQ(held.suited, expected.suited);
@@ -385,6 +405,20 @@ TEST(DeucesDeck, ClassifiesEveryShape) {
         std::vector<std::int32_t> pairs = expected.pairs;
         pairs.resize(2, -1);
         EXPECT_THAT(held.pairs, ElementsAreArray(pairs));
-        EXPECT_EQ(deck.heldDeuceSuit, expected.deuces > 0 ? SuitOf(expected.held[0]) : -1);
+        std::vector<Card> heldCards;
+        RankSums free = SumOverClasses(deck.histogram);
+        for (std::size_t i = 0; i < expected.held.size(); ++i) {
+            heldCards.push_back(CardOf(held.suits[i], held.ranks[i]));
+            if (held.ranks[i] != RankDeuce && (i == 0 || held.ranks[i] != held.ranks[i - 1])) {
+                TakeTerms(free, RankTerms[static_cast<std::size_t>(deck.rankCount[held.ranks[i]])]);
+            }
+        }
+        EXPECT_TRUE(std::is_permutation(heldCards.begin(), heldCards.end(), expected.held.begin(),
+                                        expected.held.end()));
+        EXPECT_EQ(deck.heldDeuceSuit, expected.deuces > 0 ? held.suits[0] : -1);
+        EXPECT_EQ(deck.scratch.free.cards, free.cards);
+        EXPECT_EQ(deck.scratch.free.pairs, free.pairs);
+        EXPECT_EQ(deck.scratch.free.trips, free.trips);
+        EXPECT_EQ(deck.scratch.free.quads, free.quads);
     }
 }
