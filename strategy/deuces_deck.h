@@ -21,7 +21,7 @@ struct DeucesHeldShape {
 // Partial sums of the hold being counted, in a room of 52 words.
 struct DeucesScratch {
     RankSums free;           // over the natural ranks that are not held
-    std::uint32_t heldRanks; // the numbers of the held natural ranks in the hand, a bit each
+    std::uint32_t heldRanks; // the set of dealt natural ranks that are held
     std::int32_t unused[47];
 };
 static_assert(sizeof(DeucesScratch) == 52 * sizeof(std::int32_t));
@@ -42,17 +42,20 @@ struct DeucesDeckState {
     DeucesScratch scratch;
 };
 
-// The dealt hand in rank order, so that the held cards of every hold come sorted.
+inline constexpr std::size_t DealtSets = std::size_t{1} << HandSize;
+
+// The dealt hand in rank order, so that the held cards of every hold come sorted. Its natural ranks
+// are numbered upwards; a set of them has a bit for each number.
 struct DeucesHand {
     std::int32_t ranks[HandSize + 1]; // -1 after the last, for what a shape has not
     std::int32_t suits[HandSize + 1];
     std::int32_t positions[HandSize];       // where each card stands in the hand as dealt
-    std::uint32_t otherSuits[HandSize + 1]; // of a natural, the places of those of other suits
-    std::uint32_t ties;                  // of the naturals: 1, then 1 or 0 for each two neighbours
-    std::int32_t distinct;               // natural ranks, numbered upwards
+    std::uint32_t otherSuits[HandSize + 1]; // the places of the naturals that differ in suit
+    std::uint32_t
+        ties; // of the naturals: a one, above a bit for each two neighbours, 1 if of a rank
+    std::int32_t distinct;               // natural ranks
     std::int32_t naturalRanks[HandSize]; // by number
-    RankSums
-        free[std::size_t{1} << HandSize]; // the ranks not held, by the numbers of the held ones
+    RankSums free[DealtSets];            // over the natural ranks but a set of the dealt ones
 };
 
 // Sets the deck up for the work area's hand, with nothing held.

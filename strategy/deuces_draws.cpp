@@ -1,6 +1,6 @@
 #include "strategy/deuces_draws.h"
 
-#include <cstring>
+#include <algorithm>
 
 #include "strategy/deuces_deck.h"
 #include "strategy/deuces_runs.h"
@@ -25,6 +25,13 @@ void FindHeldPlaces(const DeucesHand& hand, std::uint32_t* heldPlaces) {
     }
 }
 
+void ClearHold(DeucesWorkArea& area, std::int32_t hold) {
+    std::fill_n(area.counters[hold], DeucesTotal, 0);
+    area.counters[hold][DeucesTotal] = 1;
+    std::fill_n(area.fiveOfAKindByRank[hold], RanksPerSuit, 0);
+    std::fill_n(area.fourDeucesByRank[hold], RanksPerSuit, 0);
+}
+
 } // namespace
 
 std::int32_t CountDeucesHolds(DeucesWorkArea* workArea) {
@@ -34,13 +41,12 @@ std::int32_t CountDeucesHolds(DeucesWorkArea* workArea) {
     PrepareDeucesRuns(deckState, hand);
     std::uint32_t heldPlaces[HoldCount];
     FindHeldPlaces(hand, heldPlaces);
-    std::memset(workArea->counters[HoldAllIndex], 0, sizeof workArea->counters[HoldAllIndex]);
-    std::memset(workArea->fiveOfAKindByRank, 0, sizeof workArea->fiveOfAKindByRank);
-    std::memset(workArea->fourDeucesByRank, 0, sizeof workArea->fourDeucesByRank);
-    workArea->counters[HoldAllIndex][DeucesTotal] = 1;
-    for (std::int32_t hold = 0; hold < HoldAllIndex; ++hold) {
-        const HoldPattern pattern = HoldOrder[static_cast<std::size_t>(hold)];
-        ClassifyHeldCards(deckState, hand, heldPlaces[pattern])(deckState, hold);
+    for (std::int32_t hold = 0; hold < HoldCount; ++hold) {
+        ClearHold(*workArea, hold);
+        if (hold != HoldAllIndex) {
+            const HoldPattern pattern = HoldOrder[static_cast<std::size_t>(hold)];
+            ClassifyHeldCards(deckState, hand, heldPlaces[pattern])(deckState, hold);
+        }
     }
     return 1;
 }

@@ -36,9 +36,10 @@ std::int32_t Left(const DeucesDeckState& deck, std::int32_t rank) {
     return deck.rankCount[rank];
 }
 
-// Adds runs and flushes with w deuces, drawn in so many ways; returns the draws of naturals that
-// make one. With three deuces, four of a kind is more than a flush or a straight.
-std::int32_t AddRuns(Draws& draws, std::int32_t w, std::int32_t ways, const RunDraws& runs) {
+// Adds the runs and flushes that come of drawing so many naturals and, in so many ways, the deuces
+// that make w; returns the draws of naturals that make one. With three deuces, four of a kind is
+// more than a flush or a straight.
+inline std::int32_t AddRuns(Draws& draws, std::int32_t w, std::int32_t ways, const RunDraws& runs) {
     (w == 0 ? draws.naturalRoyal : draws.wildRoyal) += ways * runs.royals;
     (w == 0 ? draws.naturalStraightFlush : draws.straightFlush) += ways * runs.straightFlushes;
     if (w == 3) {
@@ -49,11 +50,22 @@ std::int32_t AddRuns(Draws& draws, std::int32_t w, std::int32_t ways, const RunD
     return runs.royals + runs.straightFlushes + runs.flushes + runs.straights;
 }
 
+inline std::int32_t AddHeldRuns(Draws& draws, std::int32_t w, std::int32_t ways,
+                                const HeldRuns& runs, std::int32_t naturals) {
+    if (runs.suited) {
+        return AddRuns(draws, w, ways, DrawRuns(runs, naturals));
+    }
+    const std::int32_t straights = w == 3 ? 0 : WaysToDraw(runs.straights, naturals);
+    draws.straight += ways * straights;
+    return straights;
+}
+
 constexpr std::int32_t TotalDraws[HandSize] = {Choose(47, 5), Choose(47, 4), Choose(47, 3),
                                                Choose(47, 2), Choose(47, 1)};
 
 // What is left over pays nothing.
-void Finish(DeucesDeckState& deck, std::int32_t hold, const Draws& draws, std::int32_t held) {
+inline void Finish(DeucesDeckState& deck, std::int32_t hold, const Draws& draws,
+                   std::int32_t held) {
     const std::int32_t total = TotalDraws[held];
     std::int32_t* words = deck.countedArea->counters[hold];
     words[DeucesNoPay] = total - draws.threeOfAKind - draws.straight - draws.flush -
@@ -140,7 +152,7 @@ inline void CountToSingle(DeucesDeckState& deck, std::int32_t hold, std::int32_t
     const std::int32_t a = Left(deck, rank);
     Draws draws;
     if (heldDeuces == 0) {
-        AddRuns(draws, 0, 1, DrawRuns(runs, 4));
+        AddHeldRuns(draws, 0, 1, runs, 4);
         // Three more of a and a loose card, or four of another rank.
         draws.naturalFourOfAKind += Ways(a, 3) * free.cards + free.quads;
         // Two more of a and a pair, or one more and trips.
@@ -150,7 +162,7 @@ inline void CountToSingle(DeucesDeckState& deck, std::int32_t hold, std::int32_t
     }
     if (heldDeuces <= 1) {
         const std::int32_t ways = Ways(deuces, 1 - heldDeuces);
-        AddRuns(draws, 1, ways, DrawRuns(runs, 3));
+        AddHeldRuns(draws, 1, ways, runs, 3);
         draws.fiveOfAKind += ways * Ways(a, 3);
         // Two more of a and a loose card, or trips beside a.
         draws.fourOfAKind += ways * (Ways(a, 2) * free.cards + free.trips);
@@ -161,7 +173,7 @@ inline void CountToSingle(DeucesDeckState& deck, std::int32_t hold, std::int32_t
     }
     if (heldDeuces <= 2) {
         const std::int32_t ways = Ways(deuces, 2 - heldDeuces);
-        const std::int32_t better = AddRuns(draws, 2, ways, DrawRuns(runs, 2));
+        const std::int32_t better = AddHeldRuns(draws, 2, ways, runs, 2);
         draws.fiveOfAKind += ways * Ways(a, 2);
         // One more of a and a loose card, or a pair beside a.
         draws.fourOfAKind += ways * (a * free.cards + free.pairs);
@@ -169,7 +181,7 @@ inline void CountToSingle(DeucesDeckState& deck, std::int32_t hold, std::int32_t
         draws.threeOfAKind += ways * (TwoSingles(free) - better);
     }
     const std::int32_t ways = Ways(deuces, 3 - heldDeuces);
-    const std::int32_t better = AddRuns(draws, 3, ways, DrawRuns(runs, 1));
+    const std::int32_t better = AddHeldRuns(draws, 3, ways, runs, 1);
     draws.fiveOfAKind += ways * a;
     // A loose card, less those that make a straight flush or royal.
     draws.fourOfAKind += ways * (free.cards - better);
@@ -189,7 +201,7 @@ inline void CountToTwoSingles(DeucesDeckState& deck, std::int32_t hold, std::int
     const std::int32_t twoOfOne = Ways(a, 2) + Ways(b, 2);
     Draws draws;
     if (heldDeuces == 0) {
-        AddRuns(draws, 0, 1, DrawRuns(runs, 3));
+        AddHeldRuns(draws, 0, 1, runs, 3);
         // Three more of one.
         draws.naturalFourOfAKind += Ways(a, 3) + Ways(b, 3);
         // Two more of one and one more of the other.
@@ -199,7 +211,7 @@ inline void CountToTwoSingles(DeucesDeckState& deck, std::int32_t hold, std::int
     }
     if (heldDeuces <= 1) {
         const std::int32_t ways = Ways(deuces, 1 - heldDeuces);
-        AddRuns(draws, 1, ways, DrawRuns(runs, 2));
+        AddHeldRuns(draws, 1, ways, runs, 2);
         draws.fourOfAKind += ways * twoOfOne;
         // One more of each.
         draws.fullHouse += ways * a * b;
@@ -207,14 +219,14 @@ inline void CountToTwoSingles(DeucesDeckState& deck, std::int32_t hold, std::int
         draws.threeOfAKind += ways * ((a + b) * free.cards + free.pairs);
     }
     const std::int32_t ways = Ways(deuces, 2 - heldDeuces);
-    const std::int32_t better = AddRuns(draws, 2, ways, DrawRuns(runs, 1));
+    const std::int32_t better = AddHeldRuns(draws, 2, ways, runs, 1);
     // One more of either.
     draws.fourOfAKind += ways * (a + b);
     // A loose card, less the runs and flushes.
     draws.threeOfAKind += ways * (free.cards - better);
     // Three deuces: the only draw, unless it makes a straight flush or royal.
     const std::int32_t lastWays = Ways(deuces, 3 - heldDeuces);
-    draws.fourOfAKind += lastWays * (1 - AddRuns(draws, 3, lastWays, DrawRuns(runs, 0)));
+    draws.fourOfAKind += lastWays * (1 - AddHeldRuns(draws, 3, lastWays, runs, 0));
     Finish(deck, hold, draws, heldDeuces + 2);
 }
 
@@ -227,17 +239,17 @@ inline void CountToThreeSingles(DeucesDeckState& deck, std::int32_t hold, std::i
     const std::int32_t c = Left(deck, deck.held.singles[2]);
     Draws draws;
     if (heldDeuces == 0) {
-        AddRuns(draws, 0, 1, DrawRuns(runs, 2));
+        AddHeldRuns(draws, 0, 1, runs, 2);
         // Two more of one.
         draws.threeOfAKind += Ways(a, 2) + Ways(b, 2) + Ways(c, 2);
     }
     const std::int32_t ways = Ways(deuces, 1 - heldDeuces);
-    AddRuns(draws, 1, ways, DrawRuns(runs, 1));
+    AddHeldRuns(draws, 1, ways, runs, 1);
     // One more of one.
     draws.threeOfAKind += ways * (a + b + c);
     // Two deuces: the only draw, unless it makes a run or flush.
     const std::int32_t lastWays = Ways(deuces, 2 - heldDeuces);
-    draws.threeOfAKind += lastWays * (1 - AddRuns(draws, 2, lastWays, DrawRuns(runs, 0)));
+    draws.threeOfAKind += lastWays * (1 - AddHeldRuns(draws, 2, lastWays, runs, 0));
     Finish(deck, hold, draws, heldDeuces + 3);
 }
 
@@ -446,7 +458,7 @@ void CountPairAndTwoSingles(DeucesDeckState& deck, std::int32_t hold) {
 void CountFourSingles(DeucesDeckState& deck, std::int32_t hold) {
     const HeldRuns runs = RunsOfHeld(deck);
     Draws draws;
-    AddRuns(draws, 0, 1, DrawRuns(runs, 1));
-    AddRuns(draws, 1, deck.deuces, DrawRuns(runs, 0));
+    AddHeldRuns(draws, 0, 1, runs, 1);
+    AddHeldRuns(draws, 1, deck.deuces, runs, 0);
     Finish(deck, hold, draws, 4);
 }

@@ -1,6 +1,6 @@
 // One counting routine for each shape of held cards in Deuces Wild; D is a deuce, a b c d are
-// natural ranks that differ. Each is a DeucesRoutine: it adds to the cleared record of the hold
-// every category but no pay, and to the rows by rank.
+// natural ranks that differ. Each is a DeucesRoutine: it writes the whole record of the hold, and
+// to its cleared rows by rank.
 #ifndef TESSARIN_STRATEGY_DEUCES_ROUTINES_H
 #define TESSARIN_STRATEGY_DEUCES_ROUTINES_H
 

@@ -6,7 +6,7 @@
 #include "strategy/choose.h"
 #include "strategy/rank_runs.h"
 
-DrawWays deucesStraights[std::size_t{1} << HandSize];
+DrawWays deucesStraights[DealtSets];
 
 namespace {
 
@@ -51,6 +51,8 @@ constexpr std::array<SuitChooseRow, RanksPerSuit> SuitChoose = [] {
     return rows;
 }();
 
+constexpr SuitChooseRow NoRoyals{};
+
 const std::int32_t* ChooseFromSuit(std::int32_t cards) {
     return SuitChoose[static_cast<std::size_t>(cards)].data();
 }
@@ -70,8 +72,7 @@ constexpr bool Has(RankMask places, std::int32_t place) {
     return (places >> place & 1) != 0;
 }
 
-constexpr std::uint32_t DealtSets = 1u << HandSize;
-
+// By set of dealt ranks.
 constexpr std::array<std::uint8_t, DealtSets> SizeOfSet = [] {
     std::array<std::uint8_t, DealtSets> sizes{};
     for (std::uint32_t set = 0; set < DealtSets; ++set) {
@@ -239,9 +240,7 @@ void FindSuitedRuns(const DeucesDeckState& deck, HeldRuns& found) {
         runs &= RunsThrough[static_cast<std::size_t>(held.singles[i])];
     }
     const std::int32_t suit = held.suits[held.deuces];
-    if ((runs & RoyalRun) != 0) {
-        found.royals = ChooseFromSuit(deck.royalCount[suit]);
-    }
+    found.royals = (runs & RoyalRun) != 0 ? ChooseFromSuit(deck.royalCount[suit]) : NoRoyals.data();
     found.flushes = ChooseFromSuit(deck.suitCount[suit]);
     found.straightFlushes = StraightFlushesOfHeld(runs, PlacesOf(ranks), searchRuns.present[suit]);
 }

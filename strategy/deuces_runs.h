@@ -37,26 +37,27 @@ struct RunDraws {
 
 // All runs and flushes that a hold with naturals can become, by number of naturals drawn.
 struct HeldRuns {
-    DrawWays straights;          // of any suits
-    const std::int32_t* royals;  // and these of the one suit held, if it is one
-    const std::int32_t* flushes; // of any ranks
+    DrawWays straights; // of any suits
+    bool suited;        // only then is there what follows, of the held suit
     DrawWays straightFlushes;
+    const std::int32_t* royals;
+    const std::int32_t* flushes; // of any ranks
 };
-
-inline constexpr std::int32_t NoSuitedWays[HandSize + 1] = {};
-
-// With naturals held: the straights of any suits, by the numbers of the held ranks in the hand.
-extern DrawWays deucesStraights[std::size_t{1} << HandSize];
 
 // Takes the runs out of the deck, once for all holds of the hand.
 void PrepareDeucesRuns(const DeucesDeckState& deck, const DeucesHand& hand);
 
+// Set by it: the straights of any suits by the set of dealt natural ranks held, one at least.
+extern DrawWays deucesStraights[DealtSets];
+
+// Fills what there is only for a suited hold.
 void FindSuitedRuns(const DeucesDeckState& deck, HeldRuns& runs);
 
 // For one held natural or more, of different ranks.
 inline HeldRuns RunsOfHeld(const DeucesDeckState& deck) {
-    HeldRuns runs = {deucesStraights[deck.scratch.heldRanks], NoSuitedWays, NoSuitedWays, 0};
-    if (deck.held.suited != 0) {
+    HeldRuns runs = {deucesStraights[deck.scratch.heldRanks], deck.held.suited != 0, 0, nullptr,
+                     nullptr};
+    if (runs.suited) {
         FindSuitedRuns(deck, runs);
     }
     return runs;
