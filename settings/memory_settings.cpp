@@ -3,6 +3,8 @@
 #include <cstring>
 #include <cwctype>
 #include <map>
+#include <mutex>
+#include <optional>
 #include <utility>
 
 #include "settings/settings.h"
@@ -24,20 +26,24 @@ SettingName NameOf(const std::wstring& key, const std::wstring& name) {
     return {Folded(key), Folded(name)};
 }
 
+// Threads may use the accessors side by side, as they may use the registry.
+std::mutex storeMutex;
 std::map<SettingName, StoredSetting> store;
 bool refuseWriting = false;
 
-const StoredSetting* OpenValue(const wchar_t* key, const wchar_t* name) {
-    if (refuseWriting) {
-        return nullptr;
+std::optional<StoredSetting> OpenValue(const wchar_t* key, const wchar_t* name) {
+    const std::lock_guard guard(storeMutex);
+    const auto found = store.find(NameOf(key, name));
+    if (refuseWriting || found == store.end()) {
+        return std::nullopt;
     }
-    return FindMemorySetting(key, name);
+    return found->second;
 }
 
 template <typename Number>
 Number ReadNumber(const wchar_t* key, const wchar_t* name, Number fallback) {
-    const StoredSetting* setting = OpenValue(key, name);
-    if (setting == nullptr || setting->bytes.size() != sizeof(Number)) {
+    const std::optional<StoredSetting> setting = OpenValue(key, name);
+    if (!setting || setting->bytes.size() != sizeof(Number)) {
         return fallback;
     }
     Number value;
@@ -47,6 +53,7 @@ Number ReadNumber(const wchar_t* key, const wchar_t* name, Number fallback) {
 
 void Write(const wchar_t* key, const wchar_t* name, SettingType type, const void* bytes,
            std::size_t size, std::int32_t remove) {
+    const std::lock_guard guard(storeMutex);
     if (refuseWriting) {
         return;
     }
@@ -89,9 +96,9 @@ double ReadDouble(SettingsRoot, const wchar_t* key, const wchar_t* name, double 
 
 std::int32_t ReadString(SettingsRoot, const wchar_t* key, const wchar_t* name, SettingText& text) {
     text[0] = L'\0';
-    const StoredSetting* setting = OpenValue(key, name);
+    const std::optional<StoredSetting> setting = OpenValue(key, name);
     constexpr std::size_t charSize = sizeof(char16_t);
-    if (setting == nullptr || setting->type != SettingType::Text ||
+    if (!setting || setting->type != SettingType::Text ||
         setting->bytes.size() > SettingTextSize * charSize) {
         return 1;
     }

@@ -2,8 +2,8 @@
 // there is no registry.
 //
 // Key paths are below the root, parts divided by backslashes; value names may be any text. No
-// handle is kept between calls and no lock is taken here. Reads never create anything and never
-// fail: they fall back. Writes create missing keys; a write that fails is silent and changes
+// handle is kept between calls; threads may call side by side. Reads never create anything and
+// never fail: they fall back. Writes create missing keys; a write that fails is silent and changes
 // nothing.
 #ifndef TESSARIN_SETTINGS_SETTINGS_H
 #define TESSARIN_SETTINGS_SETTINGS_H

@@ -3,10 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <bit>
 #include <cstring>
 #include <limits>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "tests/settings/store_probe.h"
@@ -291,4 +293,24 @@ TEST_F(Settings, AWriteToAKeyThatCannotBeOpenedIsSilentAndChangesNothing) {
     EXPECT_EQ(FindRaw(key, L"Returns0"), std::nullopt);
     EXPECT_EQ(FindRaw(key, L"Text"), std::nullopt);
     EXPECT_EQ(FindRaw(Key, L"Credits"), (RawValue{RawType::DoubleWord, BytesOf(42)}));
+}
+
+TEST_F(Settings, ThreadsUseTheStoreSideBySide) {
+    std::atomic<int> ready{0};
+    const auto useOwnKey = [&](const wchar_t* key) {
+        for (++ready; ready < 2;) {
+        }
+        for (std::int32_t i = 0; i < 2000; ++i) {
+            const std::wstring name = std::to_wstring(i % 40);
+            WriteString(Root, key, name.c_str(), name.c_str(), 0);
+            SettingText text;
+            ReadString(Root, key, name.c_str(), text);
+            ASSERT_EQ(text, name);
+            WriteString(Root, key, name.c_str(), L"", 1);
+        }
+    };
+    std::thread other(useOwnKey, L"TessarCE\\one");
+    useOwnKey(L"TessarCE\\two");
+    other.join();
+    EXPECT_EQ(FindRaw(L"TessarCE\\one", L"39"), std::nullopt);
 }
