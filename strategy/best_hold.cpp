@@ -41,34 +41,29 @@ void ScoreHoldAll(const Card* codes, const GameDescriptor& game, const RowPays& 
     result.pattern = HoldAll;
 }
 
-// Finishes a hold whose rows are counted. Counts times payouts may exceed 32 bits for edited
-// paytables; the sum wraps, as the handheld's does.
-inline void ScoreHold(std::size_t hold, const RowPays& pays, std::size_t rows, std::int32_t noPay,
-                      std::int32_t total) {
-    HoldResult& result = resultTable[hold];
+// The rows of one hold as they are filled, each weighed at once. Counts times payouts may exceed 32
+// bits for edited paytables; the sum wraps, as the handheld's does.
+struct RowWriter {
+    std::int32_t* counts;
+    const std::int32_t* pay;
     std::uint32_t sum = 0;
-    for (std::size_t row = 0; row < rows; ++row) {
-        sum += static_cast<std::uint32_t>(result.counts[row]) *
-               static_cast<std::uint32_t>(pays.pay[row]);
-    }
-    result.counts[rows] = noPay;
-    result.counts[rows + 1] = total;
-    result.pattern = HoldOrder[hold];
-    result.expectedReturn = static_cast<double>(static_cast<std::int32_t>(sum)) / total;
-}
 
-using RowCounts = std::array<std::int32_t, 30>;
+    void Put(std::size_t row, std::int32_t count) {
+        counts[row] = count;
+        sum += static_cast<std::uint32_t>(count) * static_cast<std::uint32_t>(pay[row]);
+    }
+};
 
 // Rows from the full house down to the high pair, which stand together in every game.
-void MapBelowQuads(RowCounts& rows, std::size_t first, const StandardOutcomes& out) {
+void MapBelowQuads(RowWriter& rows, std::size_t first, const StandardOutcomes& out) {
     for (std::size_t i = 0; i < FullHouse; ++i) {
-        rows[first + i] = out[FullHouse - i];
+        rows.Put(first + i, out[FullHouse - i]);
     }
 }
 
-void MapSuitedRuns(RowCounts& rows, const StandardOutcomes& out) {
-    rows[0] = out[Royal];
-    rows[1] = out[StraightFlush];
+void MapSuitedRuns(RowWriter& rows, const StandardOutcomes& out) {
+    rows.Put(0, out[Royal]);
+    rows.Put(1, out[StraightFlush]);
 }
 
 std::int32_t QuadsOf(const QuadsByRank& quads, std::int32_t lowest, std::int32_t highest) {
@@ -79,67 +74,83 @@ std::int32_t QuadsOf(const QuadsByRank& quads, std::int32_t lowest, std::int32_t
     return sum;
 }
 
-void MapJacksOrBetter(RowCounts& rows, const StandardDraws& draws, std::size_t hold) {
+void MapJacksOrBetter(RowWriter& rows, const StandardDraws& draws, std::size_t hold) {
     MapSuitedRuns(rows, draws.outcomes[hold]);
-    rows[2] = draws.outcomes[hold][Quads];
+    rows.Put(2, draws.outcomes[hold][Quads]);
     MapBelowQuads(rows, 3, draws.outcomes[hold]);
 }
 
-void MapDoubleBonusPoker(RowCounts& rows, const StandardDraws& draws, std::size_t hold) {
+void MapDoubleBonusPoker(RowWriter& rows, const StandardDraws& draws, std::size_t hold) {
     const QuadsByRank& quads = draws.quadsByRank[hold];
     MapSuitedRuns(rows, draws.outcomes[hold]);
-    rows[2] = quads[RankAce];
-    rows[3] = QuadsOf(quads, RankDeuce, RankFour);
-    rows[4] = QuadsOf(quads, RankFour + 1, RankKing);
+    rows.Put(2, quads[RankAce]);
+    rows.Put(3, QuadsOf(quads, RankDeuce, RankFour));
+    rows.Put(4, QuadsOf(quads, RankFour + 1, RankKing));
     MapBelowQuads(rows, 5, draws.outcomes[hold]);
 }
 
-void MapDoubleDoubleJackpot(RowCounts& rows, const StandardDraws& draws, std::size_t hold) {
+void MapDoubleDoubleJackpot(RowWriter& rows, const StandardDraws& draws, std::size_t hold) {
     const QuadsByRank& quads = draws.quadsByRank[hold];
     const KickerQuads& kicker = draws.courtQuads[hold];
     MapSuitedRuns(rows, draws.outcomes[hold]);
-    rows[2] = kicker[3];
-    rows[3] = quads[RankAce] - kicker[3];
-    rows[4] = kicker[0] + kicker[1] + kicker[2];
-    rows[5] = QuadsOf(quads, RankJack, RankKing) - rows[4];
-    rows[6] = QuadsOf(quads, RankDeuce, RankTen);
+    rows.Put(2, kicker[3]);
+    rows.Put(3, quads[RankAce] - kicker[3]);
+    const std::int32_t withKicker = kicker[0] + kicker[1] + kicker[2];
+    rows.Put(4, withKicker);
+    rows.Put(5, QuadsOf(quads, RankJack, RankKing) - withKicker);
+    rows.Put(6, QuadsOf(quads, RankDeuce, RankTen));
     MapBelowQuads(rows, 7, draws.outcomes[hold]);
 }
 
-void MapDoubleDoubleBonus(RowCounts& rows, const StandardDraws& draws, std::size_t hold) {
+void MapDoubleDoubleBonus(RowWriter& rows, const StandardDraws& draws, std::size_t hold) {
     const QuadsByRank& quads = draws.quadsByRank[hold];
     const KickerQuads& kicker = draws.lowQuads[hold];
     MapSuitedRuns(rows, draws.outcomes[hold]);
-    rows[2] = kicker[3];
-    rows[3] = kicker[0] + kicker[1] + kicker[2];
-    rows[4] = quads[RankAce] - kicker[3];
-    rows[5] = QuadsOf(quads, RankDeuce, RankFour) - rows[3];
-    rows[6] = QuadsOf(quads, RankFour + 1, RankKing);
+    rows.Put(2, kicker[3]);
+    const std::int32_t withKicker = kicker[0] + kicker[1] + kicker[2];
+    rows.Put(3, withKicker);
+    rows.Put(4, quads[RankAce] - kicker[3]);
+    rows.Put(5, QuadsOf(quads, RankDeuce, RankFour) - withKicker);
+    rows.Put(6, QuadsOf(quads, RankFour + 1, RankKing));
     MapBelowQuads(rows, 7, draws.outcomes[hold]);
 }
 
-using MapRows = void (*)(RowCounts& rows, const StandardDraws& draws, std::size_t hold);
+using MapRows = void (*)(RowWriter& rows, const StandardDraws& draws, std::size_t hold);
 
-inline void ScoreDraws(const StandardDraws& draws, const RowPays& pays, std::size_t rows,
+RowWriter RowsOfHold(std::size_t hold, const RowPays& pays) {
+    return {resultTable[hold].counts.data(), pays.pay.data()};
+}
+
+void FinishHold(std::size_t hold, const RowWriter& rows, std::size_t rowCount, std::int32_t noPay,
+                std::int32_t total) {
+    HoldResult& result = resultTable[hold];
+    result.counts[rowCount] = noPay;
+    result.counts[rowCount + 1] = total;
+    result.pattern = HoldOrder[hold];
+    result.expectedReturn = static_cast<double>(static_cast<std::int32_t>(rows.sum)) / total;
+}
+
+inline void ScoreDraws(const StandardDraws& draws, const RowPays& pays, std::size_t rowCount,
                        MapRows mapRows) {
     for (std::size_t hold = 0; hold < HoldAllIndex; ++hold) {
-        mapRows(resultTable[hold].counts, draws, hold);
-        ScoreHold(hold, pays, rows, draws.outcomes[hold][NoPay], draws.outcomes[hold][Total]);
+        RowWriter rows = RowsOfHold(hold, pays);
+        mapRows(rows, draws, hold);
+        FinishHold(hold, rows, rowCount, draws.outcomes[hold][NoPay], draws.outcomes[hold][Total]);
     }
 }
 
 // Two kinds of four of a kind and of straight flush, with wild cards and without, pay alike.
-void MapDeucesWild(RowCounts& rows, const DeucesCounter& count) {
-    rows[0] = count[DeucesNaturalRoyal];
-    rows[1] = count[DeucesFourDeuces];
-    rows[2] = count[DeucesWildRoyal];
-    rows[3] = count[DeucesFiveOfAKind];
-    rows[4] = count[DeucesStraightFlush] + count[DeucesNaturalStraightFlush];
-    rows[5] = count[DeucesFourOfAKind] + count[DeucesNaturalFourOfAKind];
-    rows[6] = count[DeucesFullHouse];
-    rows[7] = count[DeucesFlush];
-    rows[8] = count[DeucesStraight];
-    rows[9] = count[DeucesThreeOfAKind];
+void MapDeucesWild(RowWriter& rows, const DeucesCounter& count) {
+    rows.Put(0, count[DeucesNaturalRoyal]);
+    rows.Put(1, count[DeucesFourDeuces]);
+    rows.Put(2, count[DeucesWildRoyal]);
+    rows.Put(3, count[DeucesFiveOfAKind]);
+    rows.Put(4, count[DeucesStraightFlush] + count[DeucesNaturalStraightFlush]);
+    rows.Put(5, count[DeucesFourOfAKind] + count[DeucesNaturalFourOfAKind]);
+    rows.Put(6, count[DeucesFullHouse]);
+    rows.Put(7, count[DeucesFlush]);
+    rows.Put(8, count[DeucesStraight]);
+    rows.Put(9, count[DeucesThreeOfAKind]);
 }
 
 DeucesWorkArea deucesWork;
@@ -176,8 +187,9 @@ void ScoreDeucesHolds(const CardRecord* hand, const GameDescriptor& game, std::i
     ScoreHoldAll(deucesWork.codes, game, pays);
     for (std::size_t hold = 0; hold < HoldAllIndex; ++hold) {
         const DeucesCounter& count = deucesWork.counters[hold];
-        MapDeucesWild(resultTable[hold].counts, count);
-        ScoreHold(hold, pays, 10, count[DeucesNoPay], count[DeucesTotal]);
+        RowWriter rows = RowsOfHold(hold, pays);
+        MapDeucesWild(rows, count);
+        FinishHold(hold, rows, 10, count[DeucesNoPay], count[DeucesTotal]);
     }
 }
 
