@@ -247,14 +247,15 @@ void StoreQuadsWithAny(StandardDraws& draws, std::size_t hold, std::int32_t rank
     }
 }
 
-// Four of a kept rank whose every card is held or unseen, with a kept card of another rank.
-void StoreQuadsWithKept(StandardDraws& draws, std::size_t hold, std::int32_t rank, RankMask kept) {
-    draws.quadsByRank[hold][static_cast<std::size_t>(rank)] = 1;
+// Four of a kept rank beside a kept card of another: one way, or none where a card of it is gone.
+void StoreQuadsWithKept(StandardDraws& draws, std::size_t hold, std::int32_t rank, RankMask kept,
+                        std::int32_t ways) {
+    draws.quadsByRank[hold][static_cast<std::size_t>(rank)] = ways;
     if (AreIn(courtRanks, kept)) {
-        CourtQuads(draws, hold, rank) = 1;
+        CourtQuads(draws, hold, rank) = ways;
     }
     if (AreIn(lowRanks, kept)) {
-        LowQuads(draws, hold, rank) = 1;
+        LowQuads(draws, hold, rank) = ways;
     }
 }
 
@@ -435,9 +436,7 @@ void CountDrawThree(std::size_t hold, StandardDraws& draws, const Card*) {
     out = OutcomesOfKind(kept, 2, DrawThreeToTwoRanks);
     MoveRunsAndFlushes(out, kept, 3);
     for (const std::int32_t rank : {first, LowestRank(kept.Ranks() & (kept.Ranks() - 1))}) {
-        if (Left(rank) == 3) {
-            StoreQuadsWithKept(draws, hold, rank, kept.Ranks());
-        }
+        StoreQuadsWithKept(draws, hold, rank, kept.Ranks(), TermsOf(rank).trips);
     }
 }
 
@@ -460,9 +459,7 @@ void CountDrawTwo(std::size_t hold, StandardDraws& draws, const Card*) {
     const std::int32_t single = LowestRank(kept.Ranks() ^ kept.Repeated());
     out = Outcomes(DrawTwoToPairAndOne(TermsOf(most), TermsOf(single), Pays(most)),
                    Choose(unseen, 2));
-    if (Left(most) == 2) {
-        StoreQuadsWithKept(draws, hold, most, kept.Ranks());
-    }
+    StoreQuadsWithKept(draws, hold, most, kept.Ranks(), TermsOf(most).pairs);
 }
 
 void CountDrawOne(std::size_t hold, StandardDraws& draws, const Card* held) {
@@ -483,9 +480,7 @@ void CountDrawOne(std::size_t hold, StandardDraws& draws, const Card* held) {
         out = Outcomes(DrawOneToTwoPair(kept.Cards()), unseen);
     } else if (std::count_if(held, held + 4, isMost) == 3) {
         out = Outcomes(DrawOneToTripsAndOne(left, kept.Cards() - left), unseen);
-        if (left == 1) {
-            StoreQuadsWithKept(draws, hold, most, kept.Ranks());
-        }
+        StoreQuadsWithKept(draws, hold, most, kept.Ranks(), left);
     } else {
         out = Outcomes(DrawOneToPair(left, kept.Cards() - left, Pays(most)), unseen);
     }
