@@ -172,6 +172,15 @@ bool IsPicked(Card card) {
     return false;
 }
 
+// A button that is disabled loses the keyboard to nobody; the next one takes it.
+void DisableCard(HWND dialog, Card card) {
+    const HWND button = CardButton(dialog, card);
+    if (GetFocus() == button) {
+        SendMessageW(dialog, WM_NEXTDLGCTL, 0, FALSE);
+    }
+    EnableWindow(button, FALSE);
+}
+
 void Pick(HWND dialog, Card card) {
     if (pickedCount == 0) {
         for (std::size_t i = 0; i < HandSize; ++i) {
@@ -183,7 +192,7 @@ void Pick(HWND dialog, Card card) {
     }
     slots[pickedCount] = {card, false};
     RedrawSlot(dialog, pickedCount);
-    EnableWindow(CardButton(dialog, card), FALSE);
+    DisableCard(dialog, card);
     if (++pickedCount == HandSize) {
         FinishComposition(dialog);
     }
