@@ -56,24 +56,6 @@ HWND MainWindowOf(DWORD processId) {
     return nullptr;
 }
 
-RunningProgram StartAndWait(const std::wstring& commandLine) {
-    const PROCESS_INFORMATION process = StartProcess(commandLine);
-    RunningProgram program{};
-    program.process = process.hProcess;
-    program.processId = process.dwProcessId;
-    EXPECT_TRUE(Eventually([&] {
-        program.window = MainWindowOf(process.dwProcessId);
-        return program.window != nullptr;
-    })) << "no main window";
-    program.thread = GetWindowThreadProcessId(program.window, nullptr);
-    Settle(program);
-    RECT client = {};
-    GetClientRect(program.window, &client);
-    program.scale = static_cast<int>(client.right) / DesignWidth;
-    program.layout = ComputeLayout(FitTable(client.right, client.bottom));
-    return program;
-}
-
 struct DialogSearch {
     DWORD process;
     const wchar_t* title;
@@ -159,6 +141,24 @@ RunningProgram StartSeeded(std::uint32_t seed, std::optional<unsigned> pause) {
         command += L" " + std::to_wstring(*pause);
     }
     return StartAndWait(command);
+}
+
+RunningProgram StartAndWait(const std::wstring& commandLine) {
+    const PROCESS_INFORMATION process = StartProcess(commandLine);
+    RunningProgram program{};
+    program.process = process.hProcess;
+    program.processId = process.dwProcessId;
+    EXPECT_TRUE(Eventually([&] {
+        program.window = MainWindowOf(process.dwProcessId);
+        return program.window != nullptr;
+    })) << "no main window";
+    program.thread = GetWindowThreadProcessId(program.window, nullptr);
+    Settle(program);
+    RECT client = {};
+    GetClientRect(program.window, &client);
+    program.scale = static_cast<int>(client.right) / DesignWidth;
+    program.layout = ComputeLayout(FitTable(client.right, client.bottom));
+    return program;
 }
 
 PROCESS_INFORMATION StartProcess(const std::wstring& commandLine) {

@@ -53,6 +53,9 @@ class WindowTest : public testing::Test {
 RunningProgram StartProgram();
 RunningProgram StartSeeded(std::uint32_t seed, std::optional<unsigned> pause = std::nullopt);
 
+// The same for any command line that starts the program.
+RunningProgram StartAndWait(const std::wstring& commandLine);
+
 // Starts a program of the build folder, or of the path given, and waits for nothing. The harness
 // ends it after the test if it still runs.
 PROCESS_INFORMATION StartProcess(const std::wstring& commandLine);
