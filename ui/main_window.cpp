@@ -204,7 +204,7 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     case WM_SETFOCUS:
         ShellHideInputPanelButton(window);
         return 0;
-    case WM_HELP: // F1, from an open menu or dialog too; the handheld's own Help
+    case WM_HELP: // F1, and the handheld's own Help
         PostMessageW(window, WM_COMMAND, IDM_HELP, 0);
         return TRUE;
     case WM_COMMAND:
