@@ -59,6 +59,7 @@ std::wstring HoldText(const CardRecord* hand, HoldPattern held) {
 std::vector<DetailRow> DetailRows(const CardRecord* hand, const GameDescriptor& game,
                                   const std::array<HoldResult, HoldCount>& results) {
     std::vector<DetailRow> rows;
+    rows.reserve(HoldCount);
     for (std::int32_t index = 0; index < HoldCount; ++index) {
         rows.push_back(DescribeHold(hand, game, index, results[static_cast<std::size_t>(index)]));
     }
