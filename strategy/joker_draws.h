@@ -36,8 +36,10 @@ struct JokerWorkArea {
 inline constexpr std::int32_t JokerPairThreshold = RankKing;
 
 // Counts the draws of holds 0..30 into their records, clears classes 0..11 of record 31 (whose
-// total is left as it is) and returns 1. Five different cards and a threshold of 0..13 get exact
-// counts. A code that stands twice, or a second joker, gets some counts and does no harm.
+// total is left as it is) and returns 1. Codes are 0..52 and the threshold is 0..13. The counts are
+// exact for five different cards and a threshold of 5 or more, 13 letting no pair pay. Anything
+// else gets some counts, in records that still add up, and does no harm: a threshold below 5, a
+// code that stands twice, a second joker.
 //
 // Works in program-wide state: one call at a time, which the game lock of the caller sees to.
 std::int32_t CountJokerDraws(JokerWorkArea& area);
