@@ -5,6 +5,7 @@
 #include "core/evaluate.h"
 #include "core/wrap.h"
 #include "strategy/deuces_draws.h"
+#include "strategy/joker_draws.h"
 #include "strategy/standard_draws.h"
 
 std::array<HoldResult, HoldCount> resultTable;
@@ -153,7 +154,15 @@ void MapDeucesWild(RowWriter& rows, const DeucesCounter& count) {
     rows.Put(9, count[DeucesThreeOfAKind]);
 }
 
+// The records run from nothing up to the top row.
+void MapJokerWild(RowWriter& rows, const JokerCountRecord& count) {
+    for (std::size_t row = 0; row < JokerNaturalRoyal; ++row) {
+        rows.Put(row, count[JokerNaturalRoyal - row]);
+    }
+}
+
 DeucesWorkArea deucesWork;
+JokerWorkArea jokerWork;
 
 } // namespace
 
@@ -193,6 +202,23 @@ void ScoreDeucesHolds(const CardRecord* hand, const GameDescriptor& game, std::i
     }
 }
 
+void ScoreJokerHolds(const CardRecord* hand, const GameDescriptor& game, std::int32_t coins) {
+    CopyCodes(hand, jokerWork.cards.data());
+    jokerWork.pairThreshold = JokerPairThreshold;
+    CountJokerDraws(jokerWork);
+    if (game.id != JokerWild) {
+        return;
+    }
+    const RowPays pays = PaysAtBet(game, coins);
+    ScoreHoldAll(jokerWork.cards.data(), game, pays);
+    for (std::size_t hold = 0; hold < HoldAllIndex; ++hold) {
+        const JokerCountRecord& count = jokerWork.records[hold];
+        RowWriter rows = RowsOfHold(hold, pays);
+        MapJokerWild(rows, count);
+        FinishHold(hold, rows, 11, count[JokerNoPay], count[JokerTotal]);
+    }
+}
+
 std::int32_t FindBestHold(const CardRecord* hand, const GameDescriptor& game, std::int32_t coins) {
     resultTable[HoldAllIndex].counts.fill(0);
     switch (game.id) {
@@ -204,6 +230,9 @@ std::int32_t FindBestHold(const CardRecord* hand, const GameDescriptor& game, st
         break;
     case DeucesWild:
         ScoreDeucesHolds(hand, game, coins);
+        break;
+    case JokerWild:
+        ScoreJokerHolds(hand, game, coins);
         break;
     default:
         break;

@@ -10,6 +10,6 @@
 std::uint64_t EngineSignature();
 
 // What the proved engine signs with.
-inline constexpr std::uint64_t ProvedSignature = 0;
+inline constexpr std::uint64_t ProvedSignature = 0x291d70622f9b6a7f;
 
 #endif
