@@ -394,6 +394,7 @@ TEST(GameAnalysis, ShowsEveryPercentAndLocksEverySearch) {
                      },
                      &listener};
     analysis.game = game.game;
+    analysis.coins = 3;
     analysis.stop = false;
     lockDepth = lockTaken = 0;
     EXPECT_TRUE(CountAllDeals(analysis));
@@ -402,6 +403,11 @@ TEST(GameAnalysis, ShowsEveryPercentAndLocksEverySearch) {
     EXPECT_GE(listener.shown, 100);
     EXPECT_LE(listener.shown, 700);
     EXPECT_EQ(listener.last, L"99% Done");
+    double share = 0.0;
+    for (const AnalysisRow& row : SummarizeAnalysis(analysis).rows) {
+        share += row.returnShare;
+    }
+    EXPECT_NEAR(share, SummarizeAnalysis(analysis).gameReturn, 1e-10);
 }
 
 TEST(GameAnalysis, KeepsToThePayoutsItBeganWith) {
