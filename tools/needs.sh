@@ -5,14 +5,16 @@
 
 # shellcheck disable=SC2034 # they are for those who source this
 {
-    buildNeeds=(cmake ninja-build g++-mingw-w64-x86-64-posix)
+    # Configuring looks for what the tests and the command line are built with, too.
+    buildNeeds=(
+        cmake ninja-build g++-mingw-w64-x86-64-posix googletest libcli11-dev nlohmann-json3-dev
+    )
     # The program's texts are drawn with the fonts.
     wineNeeds=("wine64|wine" wine fonts-wine fonts-liberation)
     # A virtual display, keys for it, and pictures of it.
     displayNeeds=(xvfb xdotool imagemagick)
     testNeeds=(
-        g++ clang googletest libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev
-        nlohmann-json3-dev sox libasound2-plugins
+        g++ clang libgtest-dev libgmock-dev libbenchmark-dev sox libasound2-plugins
     )
 }
 
