@@ -60,18 +60,24 @@ Area RowCell(const Area& column, std::int32_t row) {
             column.top + Scaled(top + height + 1)};
 }
 
-void DrawPaytableRow(HDC dc, std::int32_t row) {
-    const Table& table = program.table;
-    const bool highlighted = table.rank == static_cast<HandRank>(row);
-    const Area name = RowCell(program.layout.names, row);
-    Fill(dc, name, highlighted ? program.darkRed : program.darkNavy);
-    DrawFittedText(dc, table.game.rowNames[row], Inset(name, 4, 4), Yellow, DT_LEFT);
+bool IsHighlighted(std::int32_t row) {
+    return program.table.rank == static_cast<HandRank>(row);
+}
 
-    const Area cell = RowCell(program.layout.payouts, row);
+void DrawRowGround(HDC dc, std::int32_t row) {
+    const bool highlighted = IsHighlighted(row);
+    Fill(dc, RowCell(program.layout.names, row), highlighted ? program.darkRed : program.darkNavy);
+    Fill(dc, RowCell(program.layout.payouts, row), highlighted ? program.yellow : program.darkRed);
+}
+
+void DrawRowText(HDC dc, std::int32_t row) {
+    const Table& table = program.table;
+    const Area name = RowCell(program.layout.names, row);
+    DrawFittedText(dc, table.game.rowNames[row], Inset(name, 4, 4), Yellow, DT_LEFT);
     wchar_t payout[NumberSize];
     FormatNumber(payout, RowPayout(static_cast<HandRank>(row), table.game, table.bet));
-    Fill(dc, cell, highlighted ? program.yellow : program.darkRed);
-    DrawFittedText(dc, payout, cell, highlighted ? Red : Yellow, DT_CENTER);
+    DrawFittedText(dc, payout, RowCell(program.layout.payouts, row),
+                   IsHighlighted(row) ? Red : Yellow, DT_CENTER);
 }
 
 // The outline lies on the first and last pixels of the column's used height; a wide pen stays
@@ -96,11 +102,17 @@ void OutlinePaytable(HDC dc) {
     OutlineColumn(dc, program.layout.payouts);
 }
 
-void DrawPaytableRows(HDC dc, std::int32_t first, std::int32_t last) {
-    const bool small = program.table.game.rowCount >= SmallFontRows;
+// All grounds come before all texts: in a long paytable the tails of a row's letters hang into the
+// next row.
+void DrawPaytable(HDC dc) {
+    const std::int32_t rows = program.table.game.rowCount;
+    const bool small = rows >= SmallFontRows;
     const HGDIOBJ fontBefore = SelectObject(dc, small ? program.statusFont : program.paidFont);
-    for (std::int32_t row = first; row <= last; ++row) {
-        DrawPaytableRow(dc, row);
+    for (std::int32_t row = 0; row < rows; ++row) {
+        DrawRowGround(dc, row);
+    }
+    for (std::int32_t row = 0; row < rows; ++row) {
+        DrawRowText(dc, row);
     }
     SelectObject(dc, fontBefore);
     OutlinePaytable(dc);
@@ -183,7 +195,7 @@ void PaintTable(HDC dc, const RECT& part) {
             DrawHeldLabel(screen.dc, i);
         }
     }
-    DrawPaytableRows(screen.dc, 0, program.table.game.rowCount - 1);
+    DrawPaytable(screen.dc);
     DrawCreditsPanel(screen.dc, 0, true);
     EndOffScreen(screen);
 }
@@ -215,7 +227,7 @@ void ShowPaytableRow(HandRank row) {
     const Area rowArea = {from.left, from.top, to.right, to.bottom};
     ShowArea(rowArea, [&](HDC dc) {
         Fill(dc, rowArea, program.navy);
-        DrawPaytableRows(dc, first, last);
+        DrawPaytable(dc);
     });
 }
 
