@@ -82,6 +82,10 @@ void OpenAndDestroy(HMENU menu) {
     TrackPopupMenuEx(menu, TPM_RIGHTALIGN | TPM_TOPALIGN, corner.x, corner.y, program.window,
                      nullptr);
     DestroyMenu(menu);
+    // The menu's own loop takes the message that ends the program.
+    if (!IsWindow(program.window)) {
+        PostQuitMessage(0);
+    }
 }
 
 } // namespace
