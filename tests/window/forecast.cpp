@@ -27,3 +27,14 @@ Settlement ForetellDraw(Table& table, HoldPattern hold) {
     PayCoins(table, settlement.payout);
     return settlement;
 }
+
+Settlement ForetoldDraw(const Table& table, HoldPattern hold) {
+    Table copy;
+    copy.bet = table.bet;
+    copy.game = table.game;
+    copy.deck = table.deck;
+    copy.order = table.order;
+    copy.hand = table.hand;
+    copy.rank = table.rank;
+    return ForetellDraw(copy, hold);
+}

@@ -18,6 +18,9 @@ void ForetellAnew(Table& table, std::uint32_t seed);
 void ForetellDeal(Table& table);
 Settlement ForetellDraw(Table& table, HoldPattern hold);
 
+// How the draw would end; the table stays as it is.
+Settlement ForetoldDraw(const Table& table, HoldPattern hold);
+
 // The first seed whose first hand fits, as the settings now stand; wanted takes the table after
 // the deal.
 template <typename Wanted>

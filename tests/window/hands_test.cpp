@@ -5,6 +5,7 @@
 #include "tests/window/forecast.h"
 #include "tests/window/harness.h"
 #include "tests/window/looks.h"
+#include "tests/window/play.h"
 #include "ui/resource.h"
 
 // Whole hands through the window, every card of them foretold from the seed.
@@ -14,43 +15,6 @@ namespace {
 class Hands : public WindowTest {};
 
 constexpr wchar_t NeedMoney[] = L"Need Money";
-
-RunningProgram StartUntrained(std::uint32_t seed, unsigned pause = 0) {
-    const RunningProgram program = StartSeeded(seed, pause);
-    Do(program, IDM_NO_TRAINING);
-    return program;
-}
-
-bool IsWinning(const Table& table) {
-    return table.rank < static_cast<HandRank>(table.game.rowCount);
-}
-
-void Hold(const RunningProgram& program, HoldPattern pattern) {
-    for (std::size_t i = 0; i < HandSize; ++i) {
-        if ((pattern >> i) & 1) {
-            TapMiddle(program, program.layout.cards[i]);
-        }
-    }
-    Settle(program);
-}
-
-// All rows of Jacks or Better pay so much at five coins.
-void PayFor(std::uint32_t payout) {
-    for (int row = 0; row < 9; ++row) {
-        SetSetting(std::to_wstring(row).c_str(), payout, L"JACKS OR BETTER\\5");
-    }
-}
-
-// A program in the middle of a long count-up: a pat hand of Jacks or Better, held whole, pays so
-// many coins, one each `pause`.
-RunningProgram StartCountUp(std::uint32_t payout, unsigned pause) {
-    PayFor(payout);
-    const RunningProgram program = StartUntrained(FindSeed(IsWinning), pause);
-    Do(program, IDC_DEAL_DRAW);
-    Hold(program, HoldAll);
-    Do(program, IDC_DEAL_DRAW);
-    return program;
-}
 
 } // namespace
 
@@ -246,20 +210,10 @@ TEST_F(Hands, APatHandHighlightsItsRow) {
 }
 
 TEST_F(Hands, ADrawMovesTheHighlight) {
-    // A pat hand of the top row too: row 0 stands for all rows when it is drawn alone.
     SetSetting(L"Sound", 0);
-    const std::uint32_t seed = FindSeed([](const Table& dealt) {
-        if (!IsWinning(dealt)) {
-            return false;
-        }
-        Table table;
-        table.game = dealt.game;
-        table.deck = dealt.deck;
-        table.order = dealt.order;
-        table.hand = dealt.hand;
-        table.rank = dealt.rank;
-        ForetellDraw(table, 0);
-        return IsWinning(table) && table.rank != dealt.rank;
+    const std::uint32_t seed = FindSeed([](const Table& table) {
+        const Settlement hand = ForetoldDraw(table, 0);
+        return IsWinning(table) && hand.payout > 0 && hand.after != hand.before;
     });
     Table table;
     ForetellStart(table, seed);

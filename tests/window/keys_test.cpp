@@ -1,6 +1,6 @@
-#include "tests/window/forecast.h"
 #include "tests/window/harness.h"
 #include "tests/window/looks.h"
+#include "tests/window/play.h"
 #include "ui/resource.h"
 
 // Keys and taps, in and out of the draw phase, as messages and from the real keyboard and pointer.
@@ -9,12 +9,6 @@ namespace {
 
 class Keys : public WindowTest {};
 class Taps : public WindowTest {};
-
-RunningProgram StartUntrained() {
-    const RunningProgram program = StartSeeded(1, 0);
-    Do(program, IDM_NO_TRAINING);
-    return program;
-}
 
 bool NoneHeld(const RunningProgram& program) {
     bool none = true;
@@ -27,7 +21,7 @@ bool NoneHeld(const RunningProgram& program) {
 } // namespace
 
 TEST_F(Keys, DigitsTurnHoldsWhileHoldingAndNothingElse) {
-    const RunningProgram program = StartUntrained();
+    const RunningProgram program = StartUntrained(1);
     Do(program, IDC_DEAL_DRAW);
     ASSERT_TRUE(NoneHeld(program));
     for (std::size_t i = 0; i < HandSize; ++i) {
@@ -47,7 +41,7 @@ TEST_F(Keys, DigitsTurnHoldsWhileHoldingAndNothingElse) {
 }
 
 TEST_F(Keys, DigitsDoNothingOutsideTheDrawPhase) {
-    const RunningProgram program = StartUntrained();
+    const RunningProgram program = StartUntrained(1);
     for (const wchar_t key : {L'1', L'2', L'3', L'4', L'5'}) {
         TypeKey(program, key);
     }
@@ -64,7 +58,7 @@ TEST_F(Keys, DigitsDoNothingOutsideTheDrawPhase) {
 }
 
 TEST_F(Keys, BRaisesTheBetOnlyBetweenHands) {
-    const RunningProgram program = StartUntrained();
+    const RunningProgram program = StartUntrained(1);
     TypeKey(program, L'b');
     Settle(program);
     EXPECT_EQ(ControlText(program, IDC_BET_ONE), L"Bet 1");
@@ -79,7 +73,7 @@ TEST_F(Keys, BRaisesTheBetOnlyBetweenHands) {
 }
 
 TEST_F(Keys, EnterDealsAndDraws) {
-    const RunningProgram program = StartUntrained();
+    const RunningProgram program = StartUntrained(1);
     TypeKey(program, L'\r');
     Settle(program);
     EXPECT_TRUE(Holding(program));
@@ -89,7 +83,7 @@ TEST_F(Keys, EnterDealsAndDraws) {
 }
 
 TEST_F(Keys, GAndMOpenTheirMenusOnlyBetweenHands) {
-    const RunningProgram program = StartUntrained();
+    const RunningProgram program = StartUntrained(1);
     LONG shown = 0;
     for (const wchar_t key : {L'g', L'G', L'm', L'M'}) {
         TypeKey(program, key);
@@ -111,7 +105,7 @@ TEST_F(Keys, GAndMOpenTheirMenusOnlyBetweenHands) {
 TEST_F(Keys, XLeavesFromBothPhases) {
     for (const wchar_t key : {L'x', L'X'}) {
         for (const bool holding : {false, true}) {
-            const RunningProgram program = StartUntrained();
+            const RunningProgram program = StartUntrained(1);
             if (holding) {
                 Do(program, IDC_DEAL_DRAW);
             }
@@ -122,7 +116,7 @@ TEST_F(Keys, XLeavesFromBothPhases) {
 }
 
 TEST_F(Keys, OtherKeysDoNothing) {
-    const RunningProgram program = StartUntrained();
+    const RunningProgram program = StartUntrained(1);
     for (const wchar_t key : {L'a', L'z', L' ', L'\x1b', L'\t', L'9', L'\n', L'\b'}) {
         TypeKey(program, key);
     }
@@ -134,7 +128,7 @@ TEST_F(Keys, OtherKeysDoNothing) {
 }
 
 TEST_F(Keys, TheRealKeyboardPlaysAHand) {
-    const RunningProgram program = StartUntrained();
+    const RunningProgram program = StartUntrained(1);
     PressKeys(program, L"b");
     EXPECT_TRUE(Eventually([&] { return ControlText(program, IDC_BET_ONE) == L"Bet 1"; }));
     PressKeys(program, L"Return");
@@ -154,7 +148,7 @@ TEST_F(Keys, TheRealKeyboardPlaysAHand) {
 }
 
 TEST_F(Taps, OnACardTurnItsHoldWhileHolding) {
-    const RunningProgram program = StartUntrained();
+    const RunningProgram program = StartUntrained(1);
     Do(program, IDC_DEAL_DRAW);
     for (std::size_t i = 0; i < HandSize; ++i) {
         const Area& card = program.layout.cards[i];
@@ -166,7 +160,7 @@ TEST_F(Taps, OnACardTurnItsHoldWhileHolding) {
 }
 
 TEST_F(Taps, OnACardDoNothingBetweenHands) {
-    const RunningProgram program = StartUntrained();
+    const RunningProgram program = StartUntrained(1);
     for (const Area& card : program.layout.cards) {
         TapMiddle(program, card);
     }
@@ -176,7 +170,7 @@ TEST_F(Taps, OnACardDoNothingBetweenHands) {
 }
 
 TEST_F(Taps, OnThePromptBandDealAndDraw) {
-    const RunningProgram program = StartUntrained();
+    const RunningProgram program = StartUntrained(1);
     const Area& band = program.layout.prompt;
     Tap(program, band.left, band.top);
     Settle(program);
@@ -187,7 +181,7 @@ TEST_F(Taps, OnThePromptBandDealAndDraw) {
 }
 
 TEST_F(Taps, BesideCardsAndBandDoNothing) {
-    const RunningProgram program = StartUntrained();
+    const RunningProgram program = StartUntrained(1);
     const Layout& layout = program.layout;
     const POINT beside[] = {
         {layout.prompt.left - 1, layout.prompt.top},
@@ -220,7 +214,7 @@ TEST_F(Taps, BesideCardsAndBandDoNothing) {
 }
 
 TEST_F(Taps, WithTheRealPointerPlayAHand) {
-    const RunningProgram program = StartUntrained();
+    const RunningProgram program = StartUntrained(1);
     const auto press = [&](const Area& area) {
         PressPointer(program, (area.left + area.right) / 2, (area.top + area.bottom) / 2);
     };

@@ -42,10 +42,11 @@ Picture Painted(HDC like, int width, int height, Draw draw) {
     return picture;
 }
 
-HFONT BoldFont(int pixels) {
+HFONT BoldFont(int pixels, BYTE smoothing) {
     LOGFONTW font = {};
     font.lfHeight = pixels;
     font.lfWeight = FW_BOLD;
+    font.lfQuality = smoothing;
     font.lfPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
     return CreateFontIndirectW(&font);
 }
@@ -140,11 +141,12 @@ Picture Crop(const Picture& picture, const Area& area) {
 }
 
 Picture PaintLines(const RunningProgram& program, const Area& area, std::uint32_t ground,
-                   const std::vector<Line>& lines, int fontPixels, int insetLeft, int insetRight) {
+                   const std::vector<Line>& lines, int fontPixels, int insetLeft, int insetRight,
+                   BYTE smoothing) {
     const HDC window = GetDC(program.window);
     const int s = program.scale;
     const Picture picture = Painted(window, Width(area), Height(area), [&](HDC dc) {
-        const HFONT font = BoldFont(fontPixels * s);
+        const HFONT font = BoldFont(fontPixels * s, smoothing);
         const HGDIOBJ before = SelectObject(dc, font);
         FillWith(dc, {0, 0, Width(area), Height(area)}, ground);
         const Area place = {insetLeft * s, 0, Width(area) - insetRight * s, Height(area)};

@@ -40,10 +40,10 @@ struct Line {
     UINT alignment; // DT_
 };
 // The lines on one ground of the area's size, in the bold font of so many design pixels, kept
-// from the left and right edges by so many design pixels.
+// from the left and right edges by so many design pixels, smoothed as GDI's font qualities say.
 Picture PaintLines(const RunningProgram& program, const Area& area, std::uint32_t ground,
                    const std::vector<Line>& lines, int fontPixels, int insetLeft = 0,
-                   int insetRight = 0);
+                   int insetRight = 0, BYTE smoothing = DEFAULT_QUALITY);
 
 // Whether the part of the table comes to look like this. "Paid" 0 is an empty box.
 bool ShowsCredits(const RunningProgram& program, std::int32_t credits);

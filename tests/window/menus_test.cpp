@@ -241,10 +241,9 @@ TEST_F(Menus, OpeningTheGamesReadsThePaytablesAnew) {
 
 TEST_F(Menus, EveryCommandGivesTheFocusBack) {
     const RunningProgram program = StartSeeded(1, 0);
-    for (const int command :
-         {IDM_NO_TRAINING, IDM_WARN, IDM_AUTOHOLD, IDM_NO_TRAINING, IDM_NO_DRAW, IDM_NO_DRAW,
-          IDM_USE_SOUND, IDM_RESET_CREDITS, IDM_SLOW, IDM_MEDIUM, IDM_FAST, IDC_BET_ONE,
-          IDC_DEAL_DRAW, IDC_DEAL_DRAW, 10001}) {
+    for (const int command : {IDM_NO_TRAINING, IDM_WARN, IDM_AUTOHOLD, IDM_NO_TRAINING, IDM_NO_DRAW,
+                              IDM_NO_DRAW, IDM_USE_SOUND, IDM_RESET_CREDITS, IDM_SLOW, IDM_MEDIUM,
+                              IDM_FAST, IDC_BET_ONE, IDC_DEAL_DRAW, IDC_DEAL_DRAW, 10001}) {
         // As a press of a button leaves it.
         SendMessageW(Control(program, IDC_GAMES), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 1));
         SendMessageW(Control(program, IDC_GAMES), WM_CANCELMODE, 0, 0);

@@ -9,39 +9,33 @@
 
 namespace {
 
-using UnixFileName = char*(CDECL*)(const wchar_t*);
+// The sound library under Wine reads its devices from the file that this variable named when the
+// test was begun; the test writes that file.
+constexpr wchar_t ConfigurationVariable[] = L"ALSA_CONFIG_PATH";
 
+std::wstring ConfigurationFile() {
+    wchar_t path[MAX_PATH] = {};
+    GetEnvironmentVariableW(ConfigurationVariable, path, MAX_PATH);
+    return path;
+}
+
+// As the system under Wine names it, and as Windows does.
 std::wstring RecordingFolder() {
-    wchar_t path[MAX_PATH];
-    GetTempPathW(MAX_PATH, path);
-    const std::wstring folder = std::wstring(path) + L"tessarin-sounds\\";
-    CreateDirectoryW(folder.c_str(), nullptr);
-    return folder;
+    return ConfigurationFile() + L".recordings";
+}
+std::wstring OnDrive(const std::wstring& path) {
+    return L"Z:" + path;
 }
 
-// Null outside Wine, where the device cannot be chosen.
-UnixFileName UnixNames() {
-    return reinterpret_cast<UnixFileName>(reinterpret_cast<void*>(
-        GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
-}
-
-std::string UnixName(const std::wstring& path) {
-    char* name = UnixNames()(path.c_str());
-    const std::string copy = name;
-    HeapFree(GetProcessHeap(), 0, name);
-    return copy;
-}
-
-void UseConfiguration(const std::string& text) {
-    if (UnixNames() == nullptr) {
+void UseConfiguration(const std::wstring& text) {
+    if (!CanChooseSoundDevice()) {
         return;
     }
-    const std::wstring path = RecordingFolder() + L"device.conf";
-    std::FILE* file = _wfopen(path.c_str(), L"wb");
-    std::fwrite(text.data(), 1, text.size(), file);
+    std::FILE* file = _wfopen(OnDrive(ConfigurationFile()).c_str(), L"wb");
+    for (const wchar_t letter : text) {
+        std::fputc(static_cast<char>(letter), file);
+    }
     std::fclose(file);
-    const std::string name = UnixName(path);
-    SetEnvironmentVariableA("ALSA_CONFIG_PATH", name.c_str());
     RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Wine\\Drivers", L"Audio", REG_SZ, L"alsa",
                     sizeof L"alsa");
 }
@@ -49,10 +43,11 @@ void UseConfiguration(const std::string& text) {
 std::vector<std::wstring> RecordingFiles() {
     std::vector<std::wstring> names;
     WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileW((RecordingFolder() + L"*.raw").c_str(), &found);
+    const std::wstring folder = OnDrive(RecordingFolder()) + L"/";
+    const HANDLE search = FindFirstFileW((folder + L"*.raw").c_str(), &found);
     if (search != INVALID_HANDLE_VALUE) {
         do {
-            names.push_back(RecordingFolder() + found.cFileName);
+            names.push_back(folder + found.cFileName);
         } while (FindNextFileW(search, &found));
         FindClose(search);
     }
@@ -75,46 +70,50 @@ Recording ReadRecording(const std::wstring& path) {
 
 } // namespace
 
+bool CanChooseSoundDevice() {
+    return !ConfigurationFile().empty();
+}
+
 void UseSilentDevice() {
-    UseConfiguration("pcm.!default { type null }\nctl.!default { type null }\n");
+    UseConfiguration(L"pcm.!default { type null }\nctl.!default { type null }\n");
 }
 
 void UseNoDevice() {
-    UseConfiguration("# no device\n");
+    UseConfiguration(L"# no device\n");
 }
 
 // Every opening of the device begins a file of its own, named by the time.
 void UseRecordingDevice() {
+    CreateDirectoryW(OnDrive(RecordingFolder()).c_str(), nullptr);
     for (const std::wstring& path : RecordingFiles()) {
         DeleteFileW(path.c_str());
     }
-    if (UnixNames() == nullptr) {
-        return;
-    }
-    const std::string folder = UnixName(RecordingFolder());
-    UseConfiguration("pcm.!default {\n"
-                     "  type plug\n"
-                     "  slave {\n"
-                     "    pcm {\n"
-                     "      type file\n"
-                     "      slave.pcm { type null }\n"
-                     "      file \"|cat > '" +
-                     folder +
-                     "'/$(date +%%s%%N).raw\"\n"
-                     "      format raw\n"
-                     "    }\n"
-                     "    format S16_LE\n"
-                     "    rate 44100\n"
-                     "    channels 1\n"
-                     "  }\n"
-                     "}\n"
-                     "ctl.!default { type null }\n");
+    UseConfiguration(L"pcm.!default {\n"
+                     L"  type plug\n"
+                     L"  slave {\n"
+                     L"    pcm {\n"
+                     L"      type file\n"
+                     L"      slave.pcm { type null }\n"
+                     L"      file \"|cat > '" +
+                     RecordingFolder() +
+                     L"'/$(date +%%s%%N).raw\"\n"
+                     L"      format raw\n"
+                     L"    }\n"
+                     L"    format S16_LE\n"
+                     L"    rate 44100\n"
+                     L"    channels 1\n"
+                     L"  }\n"
+                     L"}\n"
+                     L"ctl.!default { type null }\n");
 }
 
 std::vector<Recording> Recordings() {
     std::vector<Recording> recordings;
     for (const std::wstring& path : RecordingFiles()) {
-        recordings.push_back(ReadRecording(path));
+        const Recording recording = ReadRecording(path);
+        if (!recording.empty()) {
+            recordings.push_back(recording);
+        }
     }
     return recordings;
 }

@@ -1,0 +1,203 @@
+#include <winternl.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tests/window/harness.h"
+#include "tests/window/looks.h"
+#include "tests/window/play.h"
+#include "ui/resource.h"
+
+// What long play and long waiting cost.
+
+namespace {
+
+class Endurance : public WindowTest {};
+
+// How the system keeps a process's GDI objects: a table, found from the process's environment
+// block, of entries whose type is 0 while they are free.
+constexpr std::size_t GdiTableInBlock = 0xF8;
+constexpr std::size_t GdiEntries = 0x10000;
+constexpr std::size_t GdiEntrySize = 24;
+constexpr std::size_t TypeInGdiEntry = 14;
+
+int GdiObjectsOf(HANDLE process) {
+    PROCESS_BASIC_INFORMATION basic = {};
+    NtQueryInformationProcess(process, ProcessBasicInformation, &basic, sizeof basic, nullptr);
+    const auto* block = reinterpret_cast<const char*>(basic.PebBaseAddress);
+    const void* table = nullptr;
+    ReadProcessMemory(process, block + GdiTableInBlock, &table, sizeof table, nullptr);
+    std::vector<char> entries(GdiEntries * GdiEntrySize);
+    if (!ReadProcessMemory(process, table, entries.data(), entries.size(), nullptr)) {
+        return -1;
+    }
+    int count = 0;
+    for (std::size_t i = 0; i < GdiEntries; ++i) {
+        count += entries[i * GdiEntrySize + TypeInGdiEntry] != 0 ? 1 : 0;
+    }
+    return count;
+}
+
+std::string Narrow(const std::wstring& text) {
+    std::string narrow;
+    for (const wchar_t letter : text) {
+        narrow += static_cast<char>(letter);
+    }
+    return narrow;
+}
+
+std::string FirstLine(const std::wstring& path) {
+    std::string line;
+    std::FILE* file = _wfopen(path.c_str(), L"rb");
+    if (file != nullptr) {
+        for (int letter = std::fgetc(file); letter != EOF; letter = std::fgetc(file)) {
+            line += static_cast<char>(letter);
+        }
+        std::fclose(file);
+    }
+    return line;
+}
+
+// Wine knows the processor time of no process but the asking one; the system beneath it does, by
+// the command line that starts with the program's path. A clock tick there is 10 ms.
+double ProcessorSecondsBeneathWine(const std::wstring& programPath) {
+    double seconds = -1;
+    WIN32_FIND_DATAW found;
+    const HANDLE search = FindFirstFileW(L"Z:\\proc\\*", &found);
+    do {
+        const std::wstring folder = L"Z:\\proc\\" + std::wstring(found.cFileName);
+        if (FirstLine(folder + L"\\cmdline").rfind(Narrow(programPath), 0) == 0) {
+            const std::string line = FirstLine(folder + L"\\stat");
+            std::istringstream fields(line.substr(line.rfind(')') + 2));
+            std::string skipped;
+            double user = 0;
+            double kernel = 0;
+            for (int i = 0; i < 11; ++i) {
+                fields >> skipped;
+            }
+            fields >> user >> kernel;
+            seconds = (user + kernel) / 100;
+        }
+    } while (FindNextFileW(search, &found));
+    FindClose(search);
+    return seconds;
+}
+
+// Without those of a drawing that is just going on.
+int LastingGdiObjectsOf(HANDLE process) {
+    int least = GdiObjectsOf(process);
+    for (int look = 0; look < 20; ++look) {
+        Sleep(10);
+        least = std::min(least, GdiObjectsOf(process));
+    }
+    return least;
+}
+
+double ProcessorSeconds(const RunningProgram& program, const std::wstring& programPath) {
+    if (GetFileAttributesW(L"Z:\\proc\\self") != INVALID_FILE_ATTRIBUTES) {
+        return ProcessorSecondsBeneathWine(programPath);
+    }
+    FILETIME begun;
+    FILETIME ended;
+    FILETIME kernel;
+    FILETIME user;
+    GetProcessTimes(program.process, &begun, &ended, &kernel, &user);
+    const auto ticks = [](const FILETIME& time) {
+        return static_cast<double>((static_cast<std::uint64_t>(time.dwHighDateTime) << 32) |
+                                   time.dwLowDateTime);
+    };
+    return (ticks(kernel) + ticks(user)) * 1e-7;
+}
+
+void PlayHands(const RunningProgram& program, int hands) {
+    for (int hand = 0; hand < hands; ++hand) {
+        SendMessageW(program.window, WM_COMMAND, IDC_DEAL_DRAW, 0);
+        SendMessageW(program.window, WM_COMMAND, IDC_DEAL_DRAW, 0);
+    }
+}
+
+// TESSARIN_HANDS asks for a longer run.
+int HandsToPlay() {
+    const char* asked = std::getenv("TESSARIN_HANDS");
+    return asked != nullptr ? std::atoi(asked) : 1000;
+}
+
+} // namespace
+
+TEST_F(Endurance, TheProbeCountsGdiObjects) {
+    const int before = GdiObjectsOf(GetCurrentProcess());
+    std::vector<HBRUSH> brushes;
+    for (COLORREF i = 0; i < 50; ++i) {
+        brushes.push_back(CreateSolidBrush(i));
+    }
+    EXPECT_EQ(GdiObjectsOf(GetCurrentProcess()), before + 50);
+    for (const HBRUSH brush : brushes) {
+        DeleteObject(brush);
+    }
+    EXPECT_EQ(GdiObjectsOf(GetCurrentProcess()), before);
+}
+
+TEST_F(Endurance, HandsLeaveNoGdiObjectsBehind) {
+    SetSetting(L"Sound", 0);
+    SetSetting(L"Credits", 1000000);
+    const RunningProgram program = StartUntrained(1);
+    PlayHands(program, 20);
+    Do(program, IDC_BET_ONE); // ends the last count-up
+    Settle(program);
+    const int before = LastingGdiObjectsOf(program.process);
+    ASSERT_GT(before, 0);
+    const int hands = HandsToPlay();
+    const ULONGLONG start = GetTickCount64();
+    PlayHands(program, hands);
+    const auto milliseconds = static_cast<double>(GetTickCount64() - start);
+    Do(program, IDC_BET_ONE);
+    Settle(program);
+    EXPECT_EQ(LastingGdiObjectsOf(program.process), before);
+    std::printf("%d hands in %.1f s, %d GDI objects before and after\n", hands, milliseconds / 1000,
+                before);
+    CloseProgram(program);
+    EXPECT_EQ(Setting(L"Hands"), static_cast<std::uint32_t>(hands + 20));
+}
+
+TEST_F(Endurance, EveryGameBetAndOptionLeavesNoGdiObjectsBehind) {
+    SetSetting(L"Sound", 0);
+    const RunningProgram program = StartUntrained(1);
+    const auto round = [&] {
+        for (int game = 0; game < GameCount; ++game) {
+            Do(program, IDM_FIRST_GAME + game);
+            Do(program, IDC_BET_ONE);
+            Do(program, IDM_RESET_CREDITS);
+            PlayHands(program, 2);
+            Do(program, IDC_BET_ONE);
+            OpenMenu(program, IDC_GAMES);
+            CloseMenu(program);
+        }
+        Settle(program);
+    };
+    round();
+    round();
+    const int before = LastingGdiObjectsOf(program.process);
+    for (int i = 0; i < 3; ++i) {
+        round();
+    }
+    EXPECT_EQ(LastingGdiObjectsOf(program.process), before);
+}
+
+TEST_F(Endurance, WaitingCostsNoProcessorTime) {
+    const std::wstring path = ProgramFolder() + L"tessarin-ce.exe";
+    const RunningProgram program = StartProgram();
+    Settle(program);
+    const double started = ProcessorSeconds(program, path);
+    ASSERT_GT(started, 0) << "the start must have cost something";
+    Sleep(300);
+    const double before = ProcessorSeconds(program, path);
+    Sleep(2500);
+    const double waited = ProcessorSeconds(program, path) - before;
+    EXPECT_LT(waited, 0.011) << "more than one tick of the clock";
+    std::printf("%.2f s of processor time for the start, %.2f for 2.5 s of waiting\n", started,
+                waited);
+}
