@@ -162,21 +162,20 @@ TEST_F(Drawing, TheFourSuitsAndTwoColoursAreToldApart) {
     }
 }
 
+// Deuces Wild fills the columns down to the labels.
 TEST_F(Drawing, TurningHoldsLeavesThePaytableWhole) {
-    for (std::uint32_t id = 0; id < GameCount; ++id) {
-        SetSetting(L"Lastgame", id);
+    for (const std::uint32_t game : {1U, 0U}) {
+        SetSetting(L"Lastgame", game);
         const RunningProgram program = StartUntrained(1);
         Do(program, IDC_DEAL_DRAW);
-        Settle(program);
         const Layout& layout = program.layout;
         const Area paytable = {layout.names.left, layout.names.top, layout.payouts.right,
                                layout.held[0].top + program.scale};
-        ASSERT_TRUE(ShowsPrompt(program, HoldAndDraw));
-        const Picture before = Grab(program, paytable);
+        const Picture before = Crop(GrabStill(program), paytable);
         for (int turn = 0; turn < 2; ++turn) {
             Hold(program, HoldAll);
             ASSERT_TRUE(ShowsHeld(program, 4, turn == 0));
-            EXPECT_TRUE(Grab(program, paytable) == before) << "game " << id;
+            EXPECT_TRUE(Crop(GrabStill(program), paytable) == before) << "game " << game;
         }
         CloseProgram(program);
     }
@@ -189,7 +188,7 @@ TEST_F(Drawing, ThePaintedTableIsTheTableAsItWasDrawnPieceByPiece) {
         Do(program, IDC_DEAL_DRAW);
         Hold(program, 5);
         ASSERT_TRUE(ShowsHeld(program, 2, true));
-        const Picture before = GrabClient(program);
+        const Picture before = GrabStill(program);
         SmearOver(program);
         ASSERT_FALSE(GrabClient(program) == before);
         RedrawWindow(program.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);

@@ -1,6 +1,7 @@
 #include "tests/window/looks.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "ui/drawing.h"
 #include "ui/resource.h"
@@ -129,6 +130,18 @@ Picture Grab(const RunningProgram& program, const Area& area) {
 
 Picture GrabClient(const RunningProgram& program) {
     return Grab(program, {0, 0, DesignWidth * program.scale, DesignHeight * program.scale});
+}
+
+Picture GrabStill(const RunningProgram& program) {
+    Picture last;
+    EXPECT_TRUE(Eventually([&] {
+        Picture now = GrabClient(program);
+        const bool still = now == last;
+        last = std::move(now);
+        Sleep(60);
+        return still;
+    })) << "the window does not come to rest";
+    return last;
 }
 
 Picture Crop(const Picture& picture, const Area& area) {

@@ -31,6 +31,8 @@ inline constexpr std::uint32_t DarkNavy = 0x000040;
 // A part of the client area as it stands on the screen, or all of it.
 Picture Grab(const RunningProgram& program, const Area& area);
 Picture GrabClient(const RunningProgram& program);
+// The client area as soon as it stands still.
+Picture GrabStill(const RunningProgram& program);
 Picture Crop(const Picture& picture, const Area& area);
 
 // One line of text on a ground.

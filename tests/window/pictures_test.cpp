@@ -103,19 +103,6 @@ std::wstring PathOf(const Moment& moment, int scale) {
            std::to_wstring(scale) + L"x.png";
 }
 
-// The client area as soon as it stands still.
-Picture StillClient(const RunningProgram& program) {
-    Picture last;
-    EXPECT_TRUE(Eventually([&] {
-        Picture now = GrabClient(program);
-        const bool still = now == last;
-        last = std::move(now);
-        Sleep(40);
-        return still;
-    }));
-    return last;
-}
-
 // The moment as the program shows it; `other` draws another hand instead.
 Picture Reached(const Moment& moment, int& scale, std::uint32_t other = 0) {
     DeleteSettings();
@@ -129,7 +116,7 @@ Picture Reached(const Moment& moment, int& scale, std::uint32_t other = 0) {
         Do(program, IDC_DEAL_DRAW);
     }
     EXPECT_TRUE(ShowsPrompt(program, moment.drawn ? GameOver : HoldAndDraw));
-    const Picture picture = StillClient(program);
+    const Picture picture = GrabStill(program);
     CloseProgram(program);
     return picture;
 }

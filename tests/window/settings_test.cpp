@@ -54,13 +54,6 @@ std::string Narrow(const std::wstring& name) {
     return narrow;
 }
 
-std::optional<std::uint32_t> AfterARun(const wchar_t* name, std::uint32_t stored) {
-    DeleteSettings();
-    SetSetting(name, stored);
-    CloseProgram(StartProgram());
-    return Setting(name);
-}
-
 } // namespace
 
 TEST_F(StoredSettings, AFreshMachineStartsWithTheDefaults) {
@@ -102,14 +95,28 @@ TEST_F(StoredSettings, OutOfRangeTakeTheirDefault) {
         std::uint32_t stored;
         std::uint32_t becomes;
     };
-    for (const Odd& odd :
-         {Odd{L"Lastbet", 0, 5}, Odd{L"Lastbet", 9, 5}, Odd{L"Lastbet", 0xFFFFFFFF, 5},
-          Odd{L"Lastbet", 1, 1}, Odd{L"Lastgame", 7, 0}, Odd{L"Lastgame", 0xFFFFFFFF, 0},
-          Odd{L"Lastgame", 6, 0}, Odd{L"Lastgame", 5, 5}, Odd{L"Speed", 73, 100},
-          Odd{L"Speed", 0, 100}, Odd{L"Speed", 50, 50}, Odd{L"Sound", 2, 1}, Odd{L"Sound", 0, 0},
-          Odd{L"NoDraw", 7, 1}, Odd{L"Credits", 0xFFFFFFF6, 0xFFFFFFF6}}) {
-        EXPECT_EQ(AfterARun(odd.name, odd.stored), odd.becomes)
-            << Narrow(odd.name) << " " << odd.stored;
+    using Run = std::vector<Odd>;
+    for (const Run& run :
+         {Run{{L"Lastbet", 0, 5},
+              {L"Lastgame", 7, 0},
+              {L"Speed", 73, 100},
+              {L"Sound", 2, 1},
+              {L"NoDraw", 7, 1},
+              {L"Credits", 0xFFFFFFF6, 0xFFFFFFF6}},
+          Run{{L"Lastbet", 9, 5}, {L"Lastgame", 6, 0}, {L"Speed", 0, 100}, {L"Sound", 0, 0}},
+          Run{{L"Lastbet", 0xFFFFFFFF, 5},
+              {L"Lastgame", 0xFFFFFFFF, 0},
+              {L"Speed", 0xFFFFFFFF, 100},
+              {L"Sound", 0xFFFFFFFF, 1}},
+          Run{{L"Lastbet", 1, 1}, {L"Lastgame", 5, 5}, {L"Speed", 50, 50}, {L"Sound", 1, 1}}}) {
+        DeleteSettings();
+        for (const Odd& odd : run) {
+            SetSetting(odd.name, odd.stored);
+        }
+        CloseProgram(StartProgram());
+        for (const Odd& odd : run) {
+            EXPECT_EQ(Setting(odd.name), odd.becomes) << Narrow(odd.name) << " " << odd.stored;
+        }
     }
 }
 
