@@ -97,6 +97,21 @@ int LastingGdiObjectsOf(HANDLE process) {
     return least;
 }
 
+// Whether the process comes through the work with as many objects as it had. The system sometimes
+// adds a device context to those it keeps ready, and then the work is done again: what is left
+// behind by the work itself shows every time.
+template <typename Work>
+bool LeavesNoGdiObjects(HANDLE process, Work work) {
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        const int before = LastingGdiObjectsOf(process);
+        work();
+        if (LastingGdiObjectsOf(process) == before) {
+            return true;
+        }
+    }
+    return false;
+}
+
 double ProcessorSeconds(const RunningProgram& program, const std::wstring& programPath) {
     if (GetFileAttributesW(L"Z:\\proc\\self") != INVALID_FILE_ATTRIBUTES) {
         return ProcessorSecondsBeneathWine(programPath);
@@ -141,29 +156,35 @@ TEST_F(Endurance, TheProbeCountsGdiObjects) {
     EXPECT_EQ(GdiObjectsOf(GetCurrentProcess()), before);
 }
 
+TEST_F(Endurance, TheProbeTellsALeak) {
+    std::vector<HBRUSH> brushes;
+    EXPECT_FALSE(LeavesNoGdiObjects(GetCurrentProcess(),
+                                    [&] { brushes.push_back(CreateSolidBrush(Navy)); }));
+    for (const HBRUSH brush : brushes) {
+        DeleteObject(brush);
+    }
+}
+
 TEST_F(Endurance, HandsLeaveNoGdiObjectsBehind) {
     SetSetting(L"Sound", 0);
     SetSetting(L"Credits", 1000000);
     const RunningProgram program = StartUntrained(1);
     PlayHands(program, 20);
-    Do(program, IDC_BET_ONE); // ends the last count-up
-    Settle(program);
-    const int before = LastingGdiObjectsOf(program.process);
-    ASSERT_GT(before, 0);
     const int hands = HandsToPlay();
-    const ULONGLONG start = GetTickCount64();
-    PlayHands(program, hands);
-    const auto milliseconds = static_cast<double>(GetTickCount64() - start);
-    Do(program, IDC_BET_ONE);
-    Settle(program);
-    EXPECT_EQ(LastingGdiObjectsOf(program.process), before);
-    std::printf("%d hands in %.1f s, %d GDI objects before and after\n", hands, milliseconds / 1000,
-                before);
+    EXPECT_TRUE(LeavesNoGdiObjects(program.process, [&] {
+        const ULONGLONG start = GetTickCount64();
+        PlayHands(program, hands);
+        Do(program, IDC_BET_ONE); // ends the last count-up
+        Settle(program);
+        std::printf("%d hands in %.1f s, %d GDI objects\n", hands,
+                    static_cast<double>(GetTickCount64() - start) / 1000,
+                    LastingGdiObjectsOf(program.process));
+    }));
     CloseProgram(program);
-    EXPECT_EQ(Setting(L"Hands"), static_cast<std::uint32_t>(hands + 20));
+    EXPECT_GE(Setting(L"Hands"), static_cast<std::uint32_t>(hands + 20));
 }
 
-TEST_F(Endurance, EveryGameBetAndOptionLeavesNoGdiObjectsBehind) {
+TEST_F(Endurance, EveryGameBetAndMenuLeavesNoGdiObjectsBehind) {
     SetSetting(L"Sound", 0);
     const RunningProgram program = StartUntrained(1);
     const auto round = [&] {
@@ -180,11 +201,7 @@ TEST_F(Endurance, EveryGameBetAndOptionLeavesNoGdiObjectsBehind) {
     };
     round();
     round();
-    const int before = LastingGdiObjectsOf(program.process);
-    for (int i = 0; i < 3; ++i) {
-        round();
-    }
-    EXPECT_EQ(LastingGdiObjectsOf(program.process), before);
+    EXPECT_TRUE(LeavesNoGdiObjects(program.process, round));
 }
 
 TEST_F(Endurance, WaitingCostsNoProcessorTime) {
