@@ -118,8 +118,9 @@ Settlement SettleHand(Table& table) {
     return {before, table.rank, LookUpPayout(table.rank, table.game, table.bet)};
 }
 
+// In one step, so that a reset between reading and writing is not lost; an atomic sum wraps.
 void PayCoins(Table& table, std::int32_t coins) {
-    table.credits = WrapAdd(table.credits, coins);
+    table.credits += coins;
 }
 
 void BetOne(Table& table) {
