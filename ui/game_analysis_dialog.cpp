@@ -30,42 +30,52 @@ void ShowProgress(void*, const wchar_t* text) {
 }
 
 DWORD WINAPI GameAnalysisThread(void* game) {
-    RunGameAnalysis(analysis, static_cast<const GameDescriptor*>(game)->id);
+    RunGameAnalysis(analysis, static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(game)));
     PostMessageW(analysisDialog, WM_ANALYSIS_REFRESH, 0, 0);
     SetDlgItemTextW(analysisDialog, IDC_RUN_ANALYSIS, L"Run Analysis");
     return 0;
 }
 
-// Waits for the thread while the messages it sends, such as a text to set, are let through.
-void WaitForThread() {
+// Waits for the thread while the messages it sends, such as a text to set, are let through. Whether
+// it has ended.
+bool WaitForThread() {
     const DWORD start = GetTickCount();
     for (;;) {
         const DWORD waited = GetTickCount() - start;
-        if (waited >= LongestWait ||
-            MsgWaitForMultipleObjectsEx(1, &analysisThread, LongestWait - waited, QS_SENDMESSAGE,
-                                        0) != WAIT_OBJECT_0 + 1) {
-            return;
+        const DWORD rest = waited < LongestWait ? LongestWait - waited : 0;
+        const DWORD event =
+            MsgWaitForMultipleObjectsEx(1, &analysisThread, rest, QS_SENDMESSAGE, 0);
+        if (event != WAIT_OBJECT_0 + 1) {
+            return event == WAIT_OBJECT_0;
         }
         MSG message;
         PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
     }
 }
 
-void JoinThread() {
-    if (analysisThread != nullptr) {
-        WaitForThread();
+// Whether no thread is left. One that outlasts the wait is remembered: no second one may start
+// beside it.
+bool JoinThread() {
+    if (analysisThread != nullptr && WaitForThread()) {
         CloseHandle(analysisThread);
         analysisThread = nullptr;
     }
+    return analysisThread == nullptr;
 }
 
-// If no thread can be had the run counts as one until the player stops it.
+// If no thread can be had the run counts as one until the player stops it. Returns 0, and starts
+// nothing, while an earlier thread still lives.
 int StartGameAnalysis() {
-    JoinThread();
-    PrepareGameAnalysis(analysis, program.table.game, program.table.bet);
+    if (!JoinThread()) {
+        return 0;
+    }
+    const GameDescriptor& game = program.table.game;
+    PrepareGameAnalysis(analysis, game, program.table.bet);
     analysis.host = {EnterGameLock, LeaveGameLock, ShowProgress, nullptr};
     DWORD id = 0;
-    analysisThread = CreateThread(nullptr, 0, GameAnalysisThread, &program.table.game, 0, &id);
+    analysisThread =
+        CreateThread(nullptr, 0, GameAnalysisThread,
+                     reinterpret_cast<void*>(static_cast<std::intptr_t>(game.id)), 0, &id);
     return 1;
 }
 
@@ -111,8 +121,9 @@ void AskAndRun(HWND dialog) {
                 L"This could take 10 to 30 minutes (depending on the speed of your "
                 L"machine).  Are you sure you want to continue?",
                 L"Confirm")) {
-        StartGameAnalysis();
-        SetDlgItemTextW(dialog, IDOK, L"Cancel");
+        if (StartGameAnalysis() != 0) {
+            SetDlgItemTextW(dialog, IDOK, L"Cancel");
+        }
     }
 }
 
@@ -169,7 +180,7 @@ void ShowGameAnalysis() {
                     GameAnalysisDialogProc, 0);
 }
 
-void EndGameAnalysis() {
+bool EndGameAnalysis() {
     analysis.stop = true;
-    JoinThread();
+    return JoinThread();
 }

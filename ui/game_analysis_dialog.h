@@ -8,8 +8,8 @@ void ShowGameAnalysis();
 
 bool GameAnalysisRuns();
 
-// Stops a running analysis and waits for its thread, before the window and the lock go. Nothing
-// when none runs.
-void EndGameAnalysis();
+// Stops a running analysis and waits for its thread, up to ten seconds, before the window and the
+// lock go. Whether no thread is left.
+bool EndGameAnalysis();
 
 #endif

@@ -162,22 +162,24 @@ void Paint() {
     EndPaint(program.window, &paint);
 }
 
-// A dialog disables the window; what reaches it all the same comes from another program and waits
-// for no one. Beside a running analysis hands may be played, but no hand twice: not while the
-// player is being asked about it.
-bool TakesInput() {
-    return (IsWindowEnabled(program.window) || GameAnalysisRuns()) && !AskingAboutPlay();
-}
-
-bool IsInput(UINT message) {
-    return message == WM_COMMAND || message == WM_CHAR || message == WM_LBUTTONDOWN;
+// A dialog disables the window; what reaches it all the same comes from another program. Beside a
+// running analysis that may be play, but never while the player is asked about a hand: it would be
+// played twice.
+bool Refuses(UINT message, WPARAM wParam) {
+    if (message == WM_CHAR || message == WM_LBUTTONDOWN || message == WM_COMMAND) {
+        const int command = message == WM_COMMAND ? LOWORD(wParam) : IDC_DEAL_DRAW;
+        const bool play = command == IDC_DEAL_DRAW || command == IDC_BET_ONE;
+        return !IsWindowEnabled(program.window) &&
+               (AskingAboutPlay() || !play || !GameAnalysisRuns());
+    }
+    return false;
 }
 
 LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (ShellHandle(window, message, wParam, lParam)) {
         return 0;
     }
-    if (IsInput(message) && !TakesInput()) {
+    if (Refuses(message, wParam)) {
         return 0;
     }
     switch (message) {
@@ -204,8 +206,8 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     case WM_SETFOCUS:
         ShellHideInputPanelButton(window);
         return 0;
-    case WM_HELP: // F1, and the handheld's own Help
-        PostMessageW(window, WM_COMMAND, IDM_HELP, 0);
+    case WM_HELP: // F1, in a dialog too, and the handheld's own Help
+        ShellOpenHelp();
         return TRUE;
     case WM_COMMAND:
         return DoCommand(LOWORD(wParam)) ? 0 : DefWindowProcW(window, message, wParam, lParam);
@@ -251,6 +253,10 @@ bool CreateMainWindow(const wchar_t* className, const wchar_t* title, int show,
 int RunMessageLoop() {
     MSG message = {};
     while (GetMessageW(&message, nullptr, 0, 0) == 1) {
+        // A button that was pressed and left keeps the focus; keys are the table's all the same.
+        if (message.message == WM_CHAR && GetParent(message.hwnd) == program.window) {
+            message.hwnd = program.window;
+        }
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
@@ -279,7 +285,10 @@ int RunProgram(HINSTANCE instance, HINSTANCE previous, int show) {
         return 0;
     }
     const int code = RunMessageLoop();
-    // Not with the window: a dialog that was open when it went may still have held the lock.
-    DeleteGameLock();
+    // Not with the window: a dialog that was open when it went may still have held the lock. A
+    // thread that will not end keeps it to the end of the process.
+    if (EndGameAnalysis()) {
+        DeleteGameLock();
+    }
     return code;
 }
