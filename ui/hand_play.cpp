@@ -17,8 +17,8 @@
 
 namespace {
 
-// Waits as a message loop does, though for no message: Wine brings what is drawn to the screen then,
-// and would keep it back during a mere sleep.
+// Waits as a message loop does, though for no message: Wine brings what is drawn to the screen
+// then, and would keep it back during a mere sleep.
 void Wait(std::uint32_t milliseconds) {
     MsgWaitForMultipleObjectsEx(0, nullptr, milliseconds, 0, 0);
 }
@@ -123,6 +123,13 @@ void DiscardInput() {
     }
 }
 
+// The buttons and the prompt between two hands.
+void ShowGameOver() {
+    SetControlText(IDC_DEAL_DRAW, L"Deal");
+    EnableBet(true);
+    InvalidateArea(program.layout.prompt);
+}
+
 void Deal() {
     Table& table = program.table;
     FinishCountUp();
@@ -149,38 +156,47 @@ void Deal() {
     FocusTable();
 }
 
-// The count-up's thread: coins arrive one by one, and all at once as soon as the stop flag is set.
-void CountUp(std::int32_t payout) {
+// A payout on its way, with what its thread needs of options that may change meanwhile.
+struct CountUp {
+    std::int32_t payout;
+    std::uint32_t pause; // milliseconds after each coin
+};
+
+CountUp countUp;
+
+// Coins arrive one by one, and all at once as soon as the stop flag is set. The prompt follows with
+// the last one.
+void CountCoins() {
     const GameLockHold lock;
     StartCountSound();
-    for (std::int32_t step = 0; step < payout; ++step) {
+    for (std::int32_t step = 0; step < countUp.payout; ++step) {
         if (program.table.stop) {
-            PayCoins(program.table, payout - step);
-            ShowCreditsPanel(payout, false);
+            PayCoins(program.table, countUp.payout - step);
+            ShowCreditsPanel(countUp.payout, false);
             break;
         }
         PayCoins(program.table, 1);
-        ShowCreditsPanel(step + 1, step + 1 == payout);
-        pause(static_cast<std::uint32_t>(program.table.dealSpeed) / 2);
+        ShowCreditsPanel(step + 1, false);
+        pause(countUp.pause);
     }
+    InvalidateArea(program.layout.prompt);
     StopCountSound();
-    Wait(0); // the last amounts reach the screen
 }
 
-DWORD WINAPI CountUpThread(void* payout) {
-    CountUp(static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(payout)));
+DWORD WINAPI CountUpThread(void*) {
+    CountCoins();
     return 0;
 }
 
 // Without a thread the payout is counted at once; nothing that was won is lost.
 void StartCountUp(std::int32_t payout) {
     FinishCountUp();
+    countUp = {payout, static_cast<std::uint32_t>(program.table.dealSpeed) / 2};
     program.table.stop = false;
-    countUpThread = CreateThread(nullptr, 0, CountUpThread,
-                                 reinterpret_cast<void*>(std::intptr_t{payout}), 0, nullptr);
+    countUpThread = CreateThread(nullptr, 0, CountUpThread, nullptr, 0, nullptr);
     if (countUpThread == nullptr) {
         program.table.stop = true;
-        CountUp(payout);
+        CountCoins();
     }
 }
 
@@ -194,6 +210,9 @@ void Draw() {
     EndHolding(table);
     CountHand(program.stats);
     if (table.noDraw) {
+        if (!CanDeal(table)) {
+            ShowGameOver();
+        }
         PostMessageW(program.window, WM_COMMAND, IDC_DEAL_DRAW, 0);
         return;
     }

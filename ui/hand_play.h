@@ -1,6 +1,6 @@
 // The conductor of a hand: it makes the table's moves in order and puts the pauses, the drawing,
-// the sounds, the lock, the grading question and the payout count-up around them. On the main
-// thread.
+// the sounds, the lock, the grading question and the payout count-up around them. All of it is
+// for the main thread.
 #ifndef TESSARIN_UI_HAND_PLAY_H
 #define TESSARIN_UI_HAND_PLAY_H
 

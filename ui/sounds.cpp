@@ -29,10 +29,9 @@ void StartCountSound() {
     Play(L"QMT_VR_Wave2", SND_LOOP);
 }
 
+// Whether or not sound is on by now: it may have been when the loop was started.
 void StopCountSound() {
-    if (program.table.sound) {
-        sndPlaySoundW(nullptr, 0);
-    }
+    sndPlaySoundW(nullptr, 0);
 }
 
 void PlayPatHandSound() {
