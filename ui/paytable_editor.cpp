@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <cwchar>
+
 #include "core/wrap.h"
 #include "ui/dialog_fields.h"
 #include "ui/drawing.h"
@@ -61,9 +63,20 @@ void SetNumber(HWND dialog, int id, std::int32_t number) {
     SetDlgItemTextW(dialog, id, FormatInteger(L"%i", number).c_str());
 }
 
-// A field reads as an unsigned number, which is then taken as a signed one.
+bool IsAllDigits(const wchar_t* text) {
+    const std::size_t digits = std::wcsspn(text, L"0123456789");
+    return digits > 0 && text[digits] == L'\0';
+}
+
+// A field reads as an unsigned number, which is then taken as a signed one; what is no number reads
+// as 0. A number that does not even fit 32 bits is as little a payout as a negative one.
 std::int32_t ReadNumber(HWND dialog, int id) {
-    return static_cast<std::int32_t>(GetDlgItemInt(dialog, id, nullptr, FALSE));
+    BOOL isNumber = FALSE;
+    const UINT number = GetDlgItemInt(dialog, id, &isNumber, FALSE);
+    constexpr int longest = 64;
+    wchar_t text[longest] = L"";
+    GetDlgItemTextW(dialog, id, text, longest);
+    return !isNumber && IsAllDigits(text) ? -1 : static_cast<std::int32_t>(number);
 }
 
 // Each control goes behind those before it, which makes the order of creation that of the Tab key.
@@ -164,8 +177,10 @@ void CarryPendingRow(HWND dialog) {
         return;
     }
     const int offset = IDC_FIRST_FIVE_COINS - IDC_FIRST_ONE_COIN;
-    SetNumber(dialog, pendingRow + offset,
-              WrapMultiply(ReadNumber(dialog, pendingRow), CoinsPerMaxBet));
+    const std::int32_t payout = ReadNumber(dialog, pendingRow);
+    if (payout >= 0) {
+        SetNumber(dialog, pendingRow + offset, WrapMultiply(payout, CoinsPerMaxBet));
+    }
     pendingRow = -1;
 }
 
