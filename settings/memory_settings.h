@@ -18,8 +18,8 @@ struct StoredSetting {
 // Empties the store and makes it writable.
 void ClearMemorySettings();
 
-// While on, no key can be opened for writing: writes change nothing and integer and double reads,
-// which open their key for both, give the default.
+// While on, no key can be opened for writing: writes change nothing and reads, which open their
+// key for both, fall back.
 void SetMemorySettingsReadOnly(bool readOnly);
 
 void PutMemorySetting(const std::wstring& key, const std::wstring& name, StoredSetting setting);

@@ -15,9 +15,10 @@ void SetFieldTexts(HWND dialog, std::span<const DialogText> fields);
 // the platform's own colours when the control is none of the fields or stands on the dialog's.
 INT_PTR ColourField(std::span<const DialogText> fields, HDC dc, HWND control);
 
-// The font the dialog shows its texts in, and how much taller it is than on a 96-dpi screen: a
-// measure given for that screen, enlarged likewise.
+// The font the dialog shows its texts in.
 HFONT DialogFont(HWND dialog);
+
+// A measure given for a 96-dpi screen in pixels of the dialog's; never smaller than given.
 int DialogPixels(HWND dialog, int pixels);
 
 #endif

@@ -61,10 +61,18 @@ void EmptySlot(HWND dialog, std::size_t slot) {
     RedrawSlot(dialog, slot);
 }
 
-// Cards picked in an earlier opening stay, unless the game has changed to one without them.
+bool HasCard(const GameDescriptor& game, Card card) {
+    return card < game.deckSize;
+}
+
+// Cards picked in an earlier opening stay, unless the game has changed to one without them. So does
+// the hand composed last.
 void KeepUnfinishedPicks() {
+    for (const CardRecord& card : scratchHand.cards) {
+        everComposed = everComposed && HasCard(program.table.game, card.code);
+    }
     for (std::size_t i = 0; i < pickedCount; ++i) {
-        if (slots[i].card >= program.table.game.deckSize) {
+        if (!HasCard(program.table.game, slots[i].card)) {
             pickedCount = 0;
         }
     }

@@ -6,7 +6,7 @@
 #define IDS_CLASS_NAME 200
 #define IDS_TITLE 201
 
-// Pictures at scale 1; at scale s each stands at PictureScaleStep * (s - 1) more.
+// Pictures at scale 1; at scale s each stands at PICTURE_SCALE_STEP * (s - 1) more.
 #define IDB_LARGE_PIPS 101
 #define IDB_SMALL_PIPS 102
 #define IDB_PICTURES 103

@@ -39,12 +39,15 @@ bool ShellHandle(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 void ShellHideInputPanelButton(HWND window);
 void ShellShowInputPanelButton(HWND window);
 
+// Carries out all drawing asked for so far, before pixels are read directly.
+void ShellFinishDrawing();
+
 // Makes a dialog fill the screen, with the shell's Done button, on the handheld.
 void ShellFillScreen(HWND dialog);
 
 // Sizes a dialog that covers the main window, which it may outgrow where there is room: it gets at
-// least the given client size, and stays on the screen. On the handheld exactly the main window's
-// rectangle.
+// least the given client size, and stays on the screen. On the handheld there is no
+// such room.
 void ShellCoverMainWindow(HWND dialog, HWND mainWindow, int clientWidth, int clientHeight);
 
 // Puts a dialog over the middle of the main window, within the screen.

@@ -32,11 +32,11 @@ void SetFullScreenState(HWND window, DWORD state) {
     }
 }
 
-RECT WorkAreaOf(HWND window) {
+MONITORINFO ScreenOf(HWND window) {
     MONITORINFO info = {};
     info.cbSize = sizeof info;
     GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &info);
-    return info.rcWork;
+    return info;
 }
 
 // What a window's frame adds to its client area.
@@ -81,7 +81,7 @@ bool ReadPlace(ShellWindowFrame& frame) {
 // Moves a window of the given size to a place as close as may be to (x, y) and wholly on the
 // screen.
 void PlaceOnScreen(HWND window, HWND beside, int x, int y, int width, int height) {
-    const RECT work = WorkAreaOf(beside);
+    const RECT work = ScreenOf(beside).rcWork;
     x = x + width > work.right ? work.right - width : x;
     y = y + height > work.bottom ? work.bottom - height : y;
     x = x < work.left ? work.left : x;
@@ -122,14 +122,20 @@ void ShellStorePlace(HWND window) {
     }
     // The normal place of a window that is not in it counts from the work area's corner.
     RECT place = placement.rcNormalPosition;
-    if (!IsIconic(window) && !IsZoomed(window)) {
+    if (IsIconic(window) || IsZoomed(window)) {
+        const MONITORINFO screen = ScreenOf(window);
+        OffsetRect(&place, static_cast<int>(screen.rcWork.left - screen.rcMonitor.left),
+                   static_cast<int>(screen.rcWork.top - screen.rcMonitor.top));
+    } else {
         GetWindowRect(window, &place);
     }
+    const bool maximised = placement.showCmd == SW_SHOWMAXIMIZED ||
+                           (IsIconic(window) && (placement.flags & WPF_RESTORETOMAXIMIZED) != 0);
     WritePlaceValue(L"WindowLeft", place.left);
     WritePlaceValue(L"WindowTop", place.top);
     WritePlaceValue(L"WindowWidth", place.right - place.left);
     WritePlaceValue(L"WindowHeight", place.bottom - place.top);
-    WritePlaceValue(L"WindowMaximised", placement.showCmd == SW_SHOWMAXIMIZED ? 1 : 0);
+    WritePlaceValue(L"WindowMaximised", maximised ? 1 : 0);
 }
 
 // The window class has no cursor, which suits a pen; a mouse needs its arrow.
@@ -175,6 +181,10 @@ void ShellHideInputPanelButton(HWND window) {
 
 void ShellShowInputPanelButton(HWND window) {
     SetFullScreenState(window, ShowInputPanelButtonState);
+}
+
+void ShellFinishDrawing() {
+    GdiFlush();
 }
 
 void ShellFillScreen(HWND dialog) {

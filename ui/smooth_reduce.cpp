@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "ui/drawing.h"
+#include "ui/shell.h"
 
 namespace {
 
@@ -86,6 +87,7 @@ void DrawReduced(HDC dc, const Area& target, HBITMAP picture, const Area& part) 
     PixelBitmap to = MakePixelBitmap(dc, width, height);
     if (from.pixels != nullptr && to.pixels != nullptr) {
         CopyPicture(from.dc, 0, 0, from.width, from.height, picture, part.left, part.top);
+        ShellFinishDrawing();
         for (int y = 0; y < height; ++y) {
             for (int x = 0; x < width; ++x) {
                 to.pixels[y * width + x] = MeanColour(from, to, x, y);
