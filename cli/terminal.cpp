@@ -82,7 +82,5 @@ void ClearProgressLine() {
     if (progressShown) {
         progressShown = false;
         std::fwrite(EmptyLine, 1, sizeof EmptyLine - 1, stderr);
-        std::signal(SIGINT, SIG_DFL);
-        std::signal(SIGTERM, SIG_DFL);
     }
 }
