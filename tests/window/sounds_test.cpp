@@ -87,13 +87,10 @@ std::string Described(const Recording& sound) {
     return std::to_string(Seconds(trimmed)) + " s, " + std::to_string(Pitch(trimmed)) + " Hz";
 }
 
-// Waits until so many sounds have begun and, unless told otherwise, the last has come to its end.
-std::vector<Recording> WaitForSounds(std::size_t count, bool toTheEnd = true) {
+// Waits until so many sounds have begun and the last has come to its end.
+std::vector<Recording> WaitForSounds(std::size_t count) {
     std::vector<Recording> sounds;
     EXPECT_TRUE(Eventually([&] { return Recordings().size() >= count; })) << "too few sounds";
-    if (!toTheEnd) {
-        return Recordings();
-    }
     std::size_t length = 0;
     EXPECT_TRUE(Eventually([&] {
         Sleep(150);
@@ -168,7 +165,10 @@ TEST_F(Sounds, NothingSoundsWhenUseSoundIsOff) {
 
 TEST_F(Sounds, TurningSoundOffStopsACountUpsRinging) {
     const RunningProgram program = StartCountUp(2000, 25);
-    WaitForSounds(1, false);
+    ASSERT_TRUE(Eventually([] {
+        const std::vector<Recording> sounds = Recordings();
+        return !sounds.empty() && IsCoins(sounds.back());
+    }));
     Do(program, IDM_USE_SOUND);
     WaitForSounds(1); // to their end
     CloseProgram(program);
