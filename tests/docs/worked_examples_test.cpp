@@ -102,7 +102,7 @@ std::int32_t Number(const std::string& text) {
 std::string WithCommas(std::int32_t number) {
     std::string text = std::to_string(number);
     for (int at = static_cast<int>(text.size()) - 3; at > 0; at -= 3) {
-        text.insert(static_cast<std::size_t>(at), ",");
+        text.insert(static_cast<std::size_t>(at), 1, ',');
     }
     return text;
 }
