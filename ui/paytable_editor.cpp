@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <cwchar>
-
 #include "core/wrap.h"
 #include "ui/dialog_fields.h"
 #include "ui/drawing.h"
@@ -64,8 +62,11 @@ void SetNumber(HWND dialog, int id, std::int32_t number) {
 }
 
 bool IsAllDigits(const wchar_t* text) {
-    const std::size_t digits = std::wcsspn(text, L"0123456789");
-    return digits > 0 && text[digits] == L'\0';
+    const wchar_t* end = text;
+    while (*end >= L'0' && *end <= L'9') {
+        ++end;
+    }
+    return end != text && *end == L'\0';
 }
 
 // A field reads as an unsigned number, which is then taken as a signed one; what is no number reads
