@@ -97,6 +97,7 @@ void Refresh(HWND dialog) {
                                       row.probability, row.occursEvery, row.returnShare};
         AddRow(list, index++, cells);
     }
+    WidenColumns(list, static_cast<int>(AnalysisColumns().size()));
     EnableWindow(GetDlgItem(dialog, IDC_RUN_ANALYSIS), TRUE);
     SetDlgItemTextW(dialog, IDC_ANALYSIS_TOTAL, texts.gameReturn.c_str());
 }

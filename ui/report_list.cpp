@@ -30,9 +30,13 @@ void SetWidth(HWND list, int column, int width) {
     SendMessageW(list, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), width);
 }
 
+int WidthOf(HWND list, int column) {
+    return static_cast<int>(SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
+}
+
 void WidenToHeader(HWND list, int column) {
     const int least = HeaderWidth(list, column);
-    if (SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0) < least) {
+    if (WidthOf(list, column) < least) {
         SetWidth(list, column, least);
     }
 }
@@ -84,5 +88,15 @@ void FitColumns(HWND list, int columns) {
     for (int column = 0; column < columns; ++column) {
         SetWidth(list, column, LVSCW_AUTOSIZE_USEHEADER);
         WidenToHeader(list, column);
+    }
+}
+
+void WidenColumns(HWND list, int columns) {
+    for (int column = 0; column < columns; ++column) {
+        const int before = WidthOf(list, column);
+        SetWidth(list, column, LVSCW_AUTOSIZE);
+        if (WidthOf(list, column) < before) {
+            SetWidth(list, column, before);
+        }
     }
 }

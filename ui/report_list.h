@@ -22,4 +22,7 @@ void AddRow(HWND list, LPARAM data, std::span<const std::wstring> cells);
 // Every column becomes as wide as its header and contents need.
 void FitColumns(HWND list, int columns);
 
+// Columns whose contents need it become wider; none becomes narrower.
+void WidenColumns(HWND list, int columns);
+
 #endif
