@@ -25,8 +25,13 @@ GameAnalysis analysis;
 HANDLE analysisThread = nullptr;
 HWND analysisDialog = nullptr; // the thread posts to it and sets its texts
 
+void (*progressPause)(const wchar_t* progress) = nullptr;
+
 void ShowProgress(void*, const wchar_t* text) {
     SetDlgItemTextW(analysisDialog, IDC_RUN_ANALYSIS, text);
+    if (progressPause != nullptr) {
+        progressPause(text);
+    }
 }
 
 DWORD WINAPI GameAnalysisThread(void* game) {
@@ -184,4 +189,8 @@ void ShowGameAnalysis() {
 bool EndGameAnalysis() {
     analysis.stop = true;
     return JoinThread();
+}
+
+void SetProgressPause(void (*pause)(const wchar_t* progress)) {
+    progressPause = pause;
 }

@@ -12,4 +12,8 @@ bool GameAnalysisRuns();
 // lock go. Whether no thread is left.
 bool EndGameAnalysis();
 
+// Called on the run's thread, without the lock, after each progress text. At first nothing is; a
+// test holds a run with it.
+void SetProgressPause(void (*pause)(const wchar_t* progress));
+
 #endif

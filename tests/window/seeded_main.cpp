@@ -6,7 +6,9 @@
 #include <cwchar>
 
 #include "core/random.h"
+#include "tests/window/analysis_gate.h"
 #include "tests/window/seen_menu.h"
+#include "ui/game_analysis_dialog.h"
 #include "ui/hand_play.h"
 #include "ui/main_window.h"
 
@@ -18,10 +20,32 @@ HWND menuAtRest = nullptr;
 
 constexpr UINT GetMenuOfPopup = 0x01E1; // MN_GETHMENU
 
+AnalysisGate* analysisGate = nullptr;
+
 void Pause(std::uint32_t) {
     if (pauseLength > 0) {
         Sleep(pauseLength);
     }
+}
+
+void* ShareMemory(const wchar_t* name, DWORD size) {
+    const HANDLE memory =
+        CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, size, name);
+    return MapViewOfFile(memory, FILE_MAP_WRITE, 0, 0, size);
+}
+
+void WaitAtGate(const wchar_t* progress) {
+    const LONG percent = std::wcstol(progress, nullptr, 10);
+    while (analysisGate->closed != 0 && percent >= analysisGate->percent) {
+        analysisGate->waiting = 1;
+        Sleep(1);
+    }
+    analysisGate->waiting = 0;
+}
+
+void GateAnalysis() {
+    analysisGate = static_cast<AnalysisGate*>(ShareMemory(AnalysisGateName, sizeof(AnalysisGate)));
+    SetProgressPause(WaitAtGate);
 }
 
 void WriteDownItem(HMENU menu, UINT position, SeenMenuItem& seen) {
@@ -65,10 +89,7 @@ LRESULT CALLBACK SeeMessage(int code, WPARAM wParam, LPARAM lParam) {
 }
 
 void WatchMenus() {
-    const HANDLE memory = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
-                                             sizeof(SeenMenu), SeenMenuName);
-    seenMenu =
-        static_cast<SeenMenu*>(MapViewOfFile(memory, FILE_MAP_WRITE, 0, 0, sizeof(SeenMenu)));
+    seenMenu = static_cast<SeenMenu*>(ShareMemory(SeenMenuName, sizeof(SeenMenu)));
     SetWindowsHookExW(WH_CALLWNDPROC, SeeMessage, nullptr, GetCurrentThreadId());
 }
 
@@ -82,5 +103,6 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE previous, LPWSTR arguments, in
         SetPause(Pause);
     }
     WatchMenus();
+    GateAnalysis();
     return RunProgram(instance, previous, show);
 }
