@@ -94,6 +94,7 @@ void Refresh(HWND dialog) {
         SetDlgItemTextW(dialog, IDOK, L"&Close");
     }
     const HWND list = ResultList(dialog);
+    SendMessageW(list, WM_SETREDRAW, FALSE, 0);
     SendMessageW(list, LVM_DELETEALLITEMS, 0, 0);
     const AnalysisTexts texts = ReadAnalysis(program.table.game, program.table.bet);
     LPARAM index = 0;
@@ -103,6 +104,8 @@ void Refresh(HWND dialog) {
         AddRow(list, index++, cells);
     }
     WidenColumns(list, static_cast<int>(AnalysisColumns().size()));
+    SendMessageW(list, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(list, nullptr, TRUE);
     EnableWindow(GetDlgItem(dialog, IDC_RUN_ANALYSIS), TRUE);
     SetDlgItemTextW(dialog, IDC_ANALYSIS_TOTAL, texts.gameReturn.c_str());
 }
