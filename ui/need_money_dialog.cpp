@@ -41,6 +41,6 @@ INT_PTR CALLBACK NeedMoneyProc(HWND dialog, UINT message, WPARAM wParam, LPARAM)
 } // namespace
 
 void AskForMoney() {
-    DialogBoxParamW(program.instance, MAKEINTRESOURCEW(IDD_NEED_MONEY), program.window,
-                    NeedMoneyProc, 0);
+    DialogBoxParamW(program.instance, MAKEINTRESOURCEW(IDD_NEED_MONEY),
+                    ShellDialogOwner(program.window), NeedMoneyProc, 0);
 }

@@ -50,6 +50,10 @@ void ShellFillScreen(HWND dialog);
 // such room.
 void ShellCoverMainWindow(HWND dialog, HWND mainWindow, int clientWidth, int clientHeight);
 
+// Who owns a dialog that play opens: the main window, or the dialog that is open over it and has it
+// disabled.
+HWND ShellDialogOwner(HWND mainWindow);
+
 // Puts a dialog over the middle of the main window, within the screen.
 void ShellCentreOver(HWND dialog, HWND mainWindow);
 

@@ -214,6 +214,10 @@ void ShellCoverMainWindow(HWND dialog, HWND mainWindow, int clientWidth, int cli
                   neededHeight > height ? neededHeight : height);
 }
 
+HWND ShellDialogOwner(HWND mainWindow) {
+    return IsWindowEnabled(mainWindow) ? mainWindow : GetLastActivePopup(mainWindow);
+}
+
 void ShellCentreOver(HWND dialog, HWND mainWindow) {
     RECT cover;
     RECT own;

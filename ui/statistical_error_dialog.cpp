@@ -70,8 +70,8 @@ bool PlayItAnyway(HWND owner, const Hand& hand, const GameDescriptor& game,
     Question asked = {hand, game, DescribeGrade(grade), nullptr};
     question = &asked;
     const INT_PTR answer =
-        DialogBoxParamW(program.instance, MAKEINTRESOURCEW(IDD_STATISTICAL_ERROR), owner,
-                        StatisticalErrorDialog, 0);
+        DialogBoxParamW(program.instance, MAKEINTRESOURCEW(IDD_STATISTICAL_ERROR),
+                        ShellDialogOwner(owner), StatisticalErrorDialog, 0);
     question = nullptr;
     DeleteObject(asked.displayFont);
     return answer == AnswerYes;
