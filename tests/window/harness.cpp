@@ -273,6 +273,13 @@ void PressKeys(const RunningProgram& program, const std::wstring& keys) {
     RunXdotool(L"mousemove " + PointArguments(program, x, y) + L" key " + keys);
 }
 
+void PressKeysIn(HWND window, const std::wstring& keys) {
+    RECT place = {};
+    GetWindowRect(window, &place);
+    RunXdotool(L"mousemove " + std::to_wstring((place.left + place.right) / 2) + L" " +
+               std::to_wstring(place.bottom - 4) + L" key " + keys);
+}
+
 void PressPointer(const RunningProgram& program, int x, int y) {
     RunXdotool(L"mousemove " + PointArguments(program, x, y) + L" click 1");
 }

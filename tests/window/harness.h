@@ -88,6 +88,8 @@ void TapMiddle(const RunningProgram& program, const Area& area);
 // The same from the real keyboard and the real pointer, with xdotool's own key names ("b",
 // "Return"), any number in turn. The program has them some time later: wait for their effect.
 void PressKeys(const RunningProgram& program, const std::wstring& keys);
+// The keyboard belongs to the window under the pointer, so a dialog's keys are pressed in it.
+void PressKeysIn(HWND window, const std::wstring& keys);
 void PressPointer(const RunningProgram& program, int x, int y);
 
 // Child controls and dialogs.

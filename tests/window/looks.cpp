@@ -12,37 +12,6 @@ COLORREF ColourRef(std::uint32_t colour) {
     return RGB((colour >> 16) & 0xFF, (colour >> 8) & 0xFF, colour & 0xFF);
 }
 
-Picture PixelsOf(HDC dc, HBITMAP bitmap, int width, int height) {
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    Picture picture = {width, height,
-                       std::vector<std::uint32_t>(static_cast<std::size_t>(width * height))};
-    GetDIBits(dc, bitmap, 0, static_cast<UINT>(height), picture.pixels.data(), &info,
-              DIB_RGB_COLORS);
-    for (std::uint32_t& pixel : picture.pixels) {
-        pixel &= 0xFFFFFF;
-    }
-    return picture;
-}
-
-// A bitmap like the window's, drawn into by `draw`.
-template <typename Draw>
-Picture Painted(HDC like, int width, int height, Draw draw) {
-    const HDC dc = CreateCompatibleDC(like);
-    const HBITMAP bitmap = CreateCompatibleBitmap(like, width, height);
-    const HGDIOBJ before = SelectObject(dc, bitmap);
-    draw(dc);
-    SelectObject(dc, before);
-    const Picture picture = PixelsOf(dc, bitmap, width, height);
-    DeleteObject(bitmap);
-    DeleteDC(dc);
-    return picture;
-}
-
 HFONT BoldFont(int pixels, BYTE smoothing) {
     LOGFONTW font = {};
     font.lfHeight = pixels;
@@ -118,6 +87,23 @@ bool Shows(const RunningProgram& program, const Area& area, const Picture& expec
 }
 
 } // namespace
+
+Picture PixelsOf(HDC dc, HBITMAP bitmap, int width, int height) {
+    BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    Picture picture = {width, height,
+                       std::vector<std::uint32_t>(static_cast<std::size_t>(width * height))};
+    GetDIBits(dc, bitmap, 0, static_cast<UINT>(height), picture.pixels.data(), &info,
+              DIB_RGB_COLORS);
+    for (std::uint32_t& pixel : picture.pixels) {
+        pixel &= 0xFFFFFF;
+    }
+    return picture;
+}
 
 Picture Grab(const RunningProgram& program, const Area& area) {
     const HDC window = GetDC(program.window);

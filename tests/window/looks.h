@@ -28,6 +28,23 @@ inline constexpr std::uint32_t Yellow = 0xFFFF00;
 inline constexpr std::uint32_t Navy = 0x000080;
 inline constexpr std::uint32_t DarkNavy = 0x000040;
 
+// The pixels of a bitmap that is selected nowhere.
+Picture PixelsOf(HDC dc, HBITMAP bitmap, int width, int height);
+
+// A bitmap like the window's, drawn into by `draw`.
+template <typename Draw>
+Picture Painted(HDC like, int width, int height, Draw draw) {
+    const HDC dc = CreateCompatibleDC(like);
+    const HBITMAP bitmap = CreateCompatibleBitmap(like, width, height);
+    const HGDIOBJ before = SelectObject(dc, bitmap);
+    draw(dc);
+    SelectObject(dc, before);
+    const Picture picture = PixelsOf(dc, bitmap, width, height);
+    DeleteObject(bitmap);
+    DeleteDC(dc);
+    return picture;
+}
+
 // A part of the client area as it stands on the screen, or all of it.
 Picture Grab(const RunningProgram& program, const Area& area);
 Picture GrabClient(const RunningProgram& program);
