@@ -200,7 +200,7 @@ TEST_F(Drawing, ThePaintedTableIsTheTableAsItWasDrawnPieceByPiece) {
 // Drawn in one go, the box never shows less than its label and a number; a box that is cleared and
 // then written on would be caught empty now and then.
 TEST_F(Drawing, TheCountUpDoesNotFlicker) {
-    const RunningProgram program = StartCountUp(400, 3);
+    const RunningProgram program = StartCountUp(2000, 2);
     const Area& box = program.layout.credits;
     const Area label = {0, 0, Width(box) / 2, Height(box)};
     const Area number = {Width(box) / 2, 0, Width(box), Height(box)};
@@ -215,7 +215,7 @@ TEST_F(Drawing, TheCountUpDoesNotFlicker) {
     EXPECT_FALSE(legal(PaintLines(program, box, Navy, {{L"Credits", White, DT_LEFT}}, 15)));
     int seen = 0;
     std::set<std::vector<std::uint32_t>> amounts;
-    const ULONGLONG end = GetTickCount64() + 1500;
+    const ULONGLONG end = GetTickCount64() + 2500;
     while (GetTickCount64() < end) {
         const Picture picture = Grab(program, box);
         ASSERT_TRUE(legal(picture)) << "grab " << seen;
