@@ -138,7 +138,7 @@ void PlayHands(const RunningProgram& program, int hands) {
 // TESSARIN_HANDS asks for a longer run.
 int HandsToPlay() {
     const char* asked = std::getenv("TESSARIN_HANDS");
-    return asked != nullptr ? std::atoi(asked) : 500;
+    return asked != nullptr ? std::atoi(asked) : 250;
 }
 
 } // namespace
