@@ -34,7 +34,10 @@ std::int32_t BuildDeck(std::int32_t size, Deck& deck) {
     DrawDistinctPositions(size, size, places.data());
     for (Card code = 0; code < size; ++code) {
         const auto place = static_cast<std::size_t>(places[static_cast<std::size_t>(code)]);
-        deck[place] = MakeCardRecord(code);
+        CardRecord& record = deck[place];
+        const std::int32_t reserved = record.reserved;
+        record = MakeCardRecord(code);
+        record.reserved = reserved;
     }
     return 1;
 }

@@ -17,10 +17,11 @@ using DealOrder = std::array<std::int32_t, JokerDeckSize>;
 std::int32_t DrawDistinctPositions(std::int32_t pool, std::int32_t count, std::int32_t* positions);
 
 // Lays the cards 0..size - 1 out at random deck positions (size 52, or 53 with the joker) and
-// returns 1. Seeds the generator from the clock if nothing has seeded it yet.
+// returns 1; the records' reserved words stay as they are. Seeds the generator from the clock if
+// nothing has seeded it yet.
 std::int32_t BuildDeck(std::int32_t size, Deck& deck);
 
-// The card record of a code, as the deck holds it.
+// The card record of a code, as the deck holds it, with 0 in its reserved word.
 CardRecord MakeCardRecord(Card code);
 
 // Puts entry `position` (0..4) of the order into the hand at that position.

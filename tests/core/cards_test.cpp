@@ -133,7 +133,7 @@ TEST(BuildDeck, PlacesEveryCardOnceAndNeverUsesRecordZero) {
     SeedRandom(16);
     for (const std::int32_t size : {52, 53}) {
         Deck deck{};
-        deck[0] = {Untouched, Untouched, Untouched, Untouched};
+        deck.fill({Untouched, Untouched, Untouched, Untouched});
         EXPECT_EQ(BuildDeck(size, deck), 1);
         EXPECT_EQ(deck[0].code, Untouched);
         EXPECT_EQ(deck[0].reserved, Untouched);
@@ -143,6 +143,10 @@ TEST(BuildDeck, PlacesEveryCardOnceAndNeverUsesRecordZero) {
             codes.insert(card.code);
             EXPECT_EQ(card.suit, card.code / 13);
             EXPECT_EQ(card.rankValue, card.code == 52 ? 2 : card.code % 13 + 2);
+            EXPECT_EQ(card.reserved, Untouched) << "the builder does not set it";
+        }
+        for (auto place = static_cast<std::size_t>(size) + 1; place < deck.size(); ++place) {
+            EXPECT_EQ(deck[place].code, Untouched);
         }
         EXPECT_EQ(codes.size(), static_cast<std::size_t>(size));
         EXPECT_EQ(*codes.begin(), 0);
