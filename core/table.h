@@ -37,7 +37,8 @@ struct Table {
     std::int32_t defaultPurchase = 100; // offered when credits are short
     bool noDraw = false;                // drill: hands cost nothing and are not drawn
     TrainingMode training = TrainingMode::Warn;
-    std::int32_t dealSpeed = MediumDeal; // SlowDeal, MediumDeal or FastDeal
+    // SlowDeal, MediumDeal or FastDeal. Atomic: a count-up follows it while it runs.
+    std::atomic<std::int32_t> dealSpeed{MediumDeal};
     bool sound = true;
 };
 

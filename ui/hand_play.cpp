@@ -156,47 +156,43 @@ void Deal() {
     FocusTable();
 }
 
-// A payout on its way, with what its thread needs of options that may change meanwhile.
-struct CountUp {
-    std::int32_t payout;
-    std::uint32_t pause; // milliseconds after each coin
-};
-
-CountUp countUp;
+void PauseCoin() {
+    pause(static_cast<std::uint32_t>(program.table.dealSpeed) / 2);
+}
 
 // Coins arrive one by one, and all at once as soon as the stop flag is set. The prompt follows with
 // the last one.
-void CountCoins() {
+void CountCoins(std::int32_t payout) {
     const GameLockHold lock;
     StartCountSound();
-    for (std::int32_t step = 0; step < countUp.payout; ++step) {
+    for (std::int32_t step = 0; step < payout; ++step) {
         if (program.table.stop) {
-            PayCoins(program.table, countUp.payout - step);
-            ShowCreditsPanel(countUp.payout, false);
+            PayCoins(program.table, payout - step);
+            ShowCreditsPanel(payout, false);
             break;
         }
         PayCoins(program.table, 1);
         ShowCreditsPanel(step + 1, false);
-        pause(countUp.pause);
+        PauseCoin();
     }
     InvalidateArea(program.layout.prompt);
     StopCountSound();
 }
 
-DWORD WINAPI CountUpThread(void*) {
-    CountCoins();
+DWORD WINAPI CountUpThread(void* payout) {
+    CountCoins(static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(payout)));
     return 0;
 }
 
 // Without a thread the payout is counted at once; nothing that was won is lost.
 void StartCountUp(std::int32_t payout) {
     FinishCountUp();
-    countUp = {payout, static_cast<std::uint32_t>(program.table.dealSpeed) / 2};
     program.table.stop = false;
-    countUpThread = CreateThread(nullptr, 0, CountUpThread, nullptr, 0, nullptr);
+    countUpThread = CreateThread(nullptr, 0, CountUpThread,
+                                 reinterpret_cast<void*>(std::intptr_t{payout}), 0, nullptr);
     if (countUpThread == nullptr) {
         program.table.stop = true;
-        CountCoins();
+        CountCoins(payout);
     }
 }
 

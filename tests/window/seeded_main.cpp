@@ -7,6 +7,7 @@
 
 #include "core/random.h"
 #include "tests/window/analysis_gate.h"
+#include "tests/window/pauses.h"
 #include "tests/window/seen_menu.h"
 #include "ui/game_analysis_dialog.h"
 #include "ui/hand_play.h"
@@ -15,6 +16,7 @@
 namespace {
 
 DWORD pauseLength = 0;
+SeenPauses* seenPauses = nullptr;
 SeenMenu* seenMenu = nullptr;
 HWND menuAtRest = nullptr;
 
@@ -22,7 +24,12 @@ constexpr UINT GetMenuOfPopup = 0x01E1; // MN_GETHMENU
 
 AnalysisGate* analysisGate = nullptr;
 
-void Pause(std::uint32_t) {
+// Only one thread plays at a time.
+void Pause(std::uint32_t milliseconds) {
+    if (seenPauses->count < SeenPausesKept) {
+        seenPauses->milliseconds[seenPauses->count] = static_cast<LONG>(milliseconds);
+    }
+    InterlockedIncrement(&seenPauses->count);
     if (pauseLength > 0) {
         Sleep(pauseLength);
     }
@@ -100,6 +107,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE previous, LPWSTR arguments, in
     SeedRandom(static_cast<std::uint32_t>(std::wcstoul(arguments, &rest, 10)));
     if (*rest != L'\0') {
         pauseLength = static_cast<DWORD>(std::wcstoul(rest, nullptr, 10));
+        seenPauses = static_cast<SeenPauses*>(ShareMemory(SeenPausesName, sizeof(SeenPauses)));
         SetPause(Pause);
     }
     WatchMenus();
