@@ -56,3 +56,42 @@ TEST_F(Controls, StandWithTheirIdsTextsAndPlacesAndNoOthers) {
     }
     EXPECT_EQ(children, std::size(expected));
 }
+
+TEST_F(Controls, StandInAWindowOfTheDesignsSize) {
+    const RunningProgram program = StartProgram();
+    RECT client = {};
+    GetClientRect(program.window, &client);
+    RECT whole = {};
+    GetWindowRect(program.window, &whole);
+    RECT work = {};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    const auto fits = [&](LONG scale) {
+        const LONG width = whole.right - whole.left - client.right + 240 * scale;
+        const LONG height = whole.bottom - whole.top - client.bottom + 294 * scale;
+        return 3 * width <= 2 * (work.right - work.left) &&
+               3 * height <= 2 * (work.bottom - work.top);
+    };
+    const LONG scale = client.right / 240;
+    EXPECT_EQ(client.right, 240 * scale);
+    EXPECT_EQ(client.bottom, 294 * scale);
+    EXPECT_TRUE(fits(scale) || scale == 1);
+    EXPECT_FALSE(fits(scale + 1) && scale < 4) << "a larger scale would fit";
+}
+
+TEST_F(Controls, StandInAWindowOfTheProgramsClass) {
+    const RunningProgram program = StartProgram();
+    const HWND window = program.window;
+    EXPECT_EQ(TextOf(window), L"Tessarin CE");
+    wchar_t name[80];
+    GetClassNameW(window, name, 80);
+    EXPECT_STREQ(name, L"vrTessarinCE");
+    const auto style = static_cast<DWORD>(GetClassLongW(window, GCL_STYLE));
+    EXPECT_EQ(style, static_cast<DWORD>(CS_HREDRAW | CS_VREDRAW));
+    EXPECT_EQ(GetClassLongW(window, GCL_CBCLSEXTRA), 0U);
+    EXPECT_EQ(GetClassLongW(window, GCL_CBWNDEXTRA), 0U);
+    EXPECT_EQ(GetMenu(window), nullptr);
+    EXPECT_EQ(GetWindow(window, GW_OWNER), nullptr);
+    const auto status = static_cast<DWORD>(GetWindowLongW(Control(program, IDC_STATUS), GWL_STYLE));
+    EXPECT_EQ(status & SS_TYPEMASK, static_cast<DWORD>(SS_CENTER));
+    EXPECT_NE(status & WS_BORDER, 0U);
+}
