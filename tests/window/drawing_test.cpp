@@ -84,6 +84,37 @@ TEST_F(Drawing, OnlyTheRowOfThePatHandIsLitAtEveryBet) {
     }
 }
 
+// The top row stands for all when it is drawn anew.
+TEST_F(Drawing, ARoyalFlushDrawnLightsTheTopRowAlone) {
+    SetSetting(L"Sound", 0);
+    HoldPattern hold = 0;
+    const auto drawsRoyal = [&](const Table& dealt) {
+        if (!IsWinning(dealt)) {
+            return false;
+        }
+        for (hold = 0; hold < HoldAll; ++hold) {
+            if (ForetoldDraw(dealt, hold).after == 0) {
+                return true;
+            }
+        }
+        return false;
+    };
+    const std::uint32_t seed = FindSeed(drawsRoyal);
+    Table table;
+    ForetellStart(table, seed);
+    ForetellDeal(table);
+    const RunningProgram program = StartUntrained(seed);
+    Do(program, IDC_DEAL_DRAW);
+    ExpectTable(program, table);
+    Hold(program, hold);
+    Do(program, IDC_DEAL_DRAW);
+    Do(program, IDC_BET_ONE); // the whole of it at once
+    EXPECT_TRUE(ShowsPaid(program, 4000));
+    ForetellDraw(table, hold);
+    BetOne(table);
+    ExpectTable(program, table);
+}
+
 TEST_F(Drawing, ARoyalFlushPaysThousandAtFourCoinsAndFourThousandAtFive) {
     GameDescriptor game{};
     LoadGame(game, JacksOrBetter);

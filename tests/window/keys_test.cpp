@@ -127,6 +127,18 @@ TEST_F(Keys, OtherKeysDoNothing) {
     EXPECT_TRUE(ShowsCredits(program, 100));
 }
 
+TEST_F(Keys, OnlyTheLowByteOfACharacterCounts) {
+    const RunningProgram program = StartUntrained(1);
+    TypeKey(program, static_cast<wchar_t>(0x0400 + L'b'));
+    Settle(program);
+    EXPECT_EQ(ControlText(program, IDC_BET_ONE), L"Bet 1");
+    TypeKey(program, static_cast<wchar_t>(0xFF00 + L'\r'));
+    Settle(program);
+    EXPECT_TRUE(Holding(program));
+    TypeKey(program, static_cast<wchar_t>(0x0100 + L'3'));
+    EXPECT_TRUE(ShowsHeld(program, 2, true));
+}
+
 TEST_F(Keys, TheRealKeyboardPlaysAHand) {
     const RunningProgram program = StartUntrained(1);
     PressKeys(program, L"b");

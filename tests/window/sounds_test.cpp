@@ -188,3 +188,23 @@ TEST_F(Sounds, WithoutADeviceTheGamePlaysOn) {
     EXPECT_TRUE(Holding(program));
     CloseProgram(program);
 }
+
+// The program alone in a folder of its own.
+TEST_F(Sounds, WithoutItsFilesTheGamePlaysOnSilently) {
+    PayFor(20);
+    const std::uint32_t seed = FindSeed(IsWinning);
+    wchar_t folder[MAX_PATH];
+    GetTempPathW(MAX_PATH, folder);
+    const std::wstring copy = folder + std::wstring(L"tessarin-alone.exe");
+    ASSERT_TRUE(CopyFileW((ProgramFolder() + L"tessarin-seeded.exe").c_str(), copy.c_str(), FALSE));
+    const RunningProgram program = StartAndWait(copy + L" " + std::to_wstring(seed) + L" 5");
+    Do(program, IDM_NO_TRAINING);
+    Do(program, IDC_DEAL_DRAW);
+    Hold(program, HoldAll);
+    Do(program, IDC_DEAL_DRAW);
+    EXPECT_TRUE(ShowsPaid(program, 20));
+    EXPECT_TRUE(ShowsCredits(program, 115));
+    CloseProgram(program);
+    EXPECT_TRUE(Recordings().empty()) << "not even the system's own sound";
+    DeleteFileW(copy.c_str());
+}
