@@ -4,6 +4,8 @@
 
 #include <commctrl.h>
 
+#include <iterator>
+
 #include "core/game_lock.h"
 #include "training/game_analysis.h"
 #include "ui/dialog_fields.h"
@@ -88,10 +90,19 @@ HWND ResultList(HWND dialog) {
     return GetDlgItem(dialog, IDC_ANALYSIS_LIST);
 }
 
+bool OffersToCancel(HWND dialog) {
+    wchar_t text[sizeof "Cancel"] = L"";
+    GetDlgItemTextW(dialog, IDOK, text, static_cast<int>(std::size(text)));
+    return lstrcmpW(text, L"Cancel") == 0;
+}
+
 void Refresh(HWND dialog) {
     if (!GameAnalysisRuns()) {
         SetDlgItemTextW(dialog, IDC_RUN_ANALYSIS, L"Run Analysis");
-        SetDlgItemTextW(dialog, IDOK, L"&Close");
+        // After a run that ended by itself there is nothing left to cancel.
+        if (OffersToCancel(dialog)) {
+            SetDlgItemTextW(dialog, IDOK, L"Close");
+        }
     }
     const HWND list = ResultList(dialog);
     SendMessageW(list, WM_SETREDRAW, FALSE, 0);

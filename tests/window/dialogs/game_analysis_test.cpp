@@ -281,6 +281,28 @@ TEST_F(Analysis, ShowsItsProgressOnTheRunButtonWhichDoesNothingMeanwhile) {
     EXPECT_EQ(FieldText(dialog, IDC_ANALYSIS_TOTAL), L"99.5439%");
 }
 
+TEST_F(Analysis, OffersToCloseUntilItRunsAndAgainAfterwards) {
+    const RunningProgram program = StartSeeded(1, 0);
+    const HWND dialog = OpenAnalysis(program, JacksRows);
+    EXPECT_EQ(FieldText(dialog, IDOK), L"&Close");
+    StartRun(program, dialog);
+    WaitUntilIdle(dialog);
+    Settle(program); // the refresh that the run sends last
+    EXPECT_EQ(FieldText(dialog, IDOK), L"Close");
+    {
+        Gate gate;
+        gate.CloseAt(20);
+        StartRun(program, dialog);
+        gate.WaitForRun();
+        EXPECT_EQ(FieldText(dialog, IDOK), L"Cancel");
+        LeaveDialog(AskToStop(program, dialog), IDYES);
+    }
+    WaitUntilIdle(dialog);
+    Settle(program);
+    EXPECT_EQ(FieldText(dialog, IDOK), L"Close");
+    LeaveDialog(dialog, IDOK);
+}
+
 TEST_F(Analysis, GoesOnAfterNoToTheStopQuestion) {
     const RunningProgram program = StartSeeded(1, 0);
     const HWND dialog = OpenAnalysis(program, JacksRows);
