@@ -200,8 +200,12 @@ void ShowGameAnalysis() {
                     GameAnalysisDialogProc, 0);
 }
 
-bool EndGameAnalysis() {
+void StopGameAnalysis() {
     analysis.stop = true;
+}
+
+bool EndGameAnalysis() {
+    StopGameAnalysis();
     return JoinThread();
 }
 

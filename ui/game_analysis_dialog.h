@@ -8,8 +8,11 @@ void ShowGameAnalysis();
 
 bool GameAnalysisRuns();
 
-// Stops a running analysis and waits for its thread, up to ten seconds, before the window and the
-// lock go. Whether no thread is left.
+// Asks a running analysis to stop.
+void StopGameAnalysis();
+
+// The same, and waits for its thread, up to ten seconds, before the lock goes. Not while the caller
+// holds the lock, which the thread may be waiting for. Whether no thread is left.
 bool EndGameAnalysis();
 
 // Called on the run's thread, without the lock, after each progress text. At first nothing is; a

@@ -145,7 +145,7 @@ void StartUp() {
 
 // The payout that is still being counted reaches the credits before they are written.
 void ShutDown() {
-    EndGameAnalysis();
+    StopGameAnalysis();
     FinishCountUp();
     StoreSessionStats(program.stats);
     StoreTable(program.table);

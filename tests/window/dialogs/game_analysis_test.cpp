@@ -354,6 +354,23 @@ TEST_F(Analysis, StandsBehindTheDialogsOfPlay) {
     EXPECT_TRUE(IsWindowEnabled(program.window));
 }
 
+// The run waits for the lock that the question has; the end of the program waits for neither.
+TEST_F(Analysis, EndsWithTheProgramThoughThePlayerIsAsked) {
+    const RunningProgram program = StartSeeded(SeedOfALosingDraw(), 0);
+    const HWND dialog = OpenAnalysis(program, JacksRows);
+    Gate gate;
+    gate.CloseAt(20);
+    StartRun(program, dialog);
+    gate.WaitForRun();
+    Do(program, IDC_DEAL_DRAW);
+    OpenDialog(program, IDC_DEAL_DRAW, QuestionTitle);
+    gate.Open();
+    constexpr DWORD lessThanTheLongestWait = 9000;
+    PostMessageW(program.window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(ExitCodeOf(program.process, lessThanTheLongestWait), 0U);
+    EXPECT_EQ(TextSetting(L"Return", JacksAtFive), std::nullopt);
+}
+
 TEST_F(Analysis, RefusesPlayWhileItStandsIdle) {
     const RunningProgram program = StartSeeded(1, 0);
     const HWND dialog = OpenAnalysis(program, JacksRows);
