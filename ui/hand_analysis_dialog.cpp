@@ -235,11 +235,28 @@ void DrawCardText(HDC dc, const Area& area, Card card) {
     const int pip = Scaled(SmallPipSize);
     DrawSmallPip(dc, middle + (area.right - middle - pip) / 2, area.top + (Height(area) - pip) / 2,
                  suit);
-    if (program.table.game.id == DeucesWild && RankOf(card) == RankDeuce) {
-        const HGDIOBJ before = SelectObject(dc, program.statusFont);
-        DrawFittedText(dc, L"W", {area.left, area.bottom - Scaled(12), area.right, area.bottom},
-                       Olive, DT_CENTER);
-        SelectObject(dc, before);
+}
+
+void DrawWildMark(HDC dc, const Area& button) {
+    const HGDIOBJ before = SelectObject(dc, program.statusFont);
+    DrawFittedText(dc, L"W", {button.left, button.bottom - Scaled(12), button.right, button.bottom},
+                   Olive, DT_CENTER);
+    SelectObject(dc, before);
+}
+
+bool IsWildDeuce(Card card) {
+    return program.table.game.id == DeucesWild && card != JokerCard && RankOf(card) == RankDeuce;
+}
+
+// The hold mark takes the top of a slot, and the card moves down.
+void DrawCard(HDC dc, const Area& button, Card card, bool held) {
+    const int lower = held ? Scaled(10) : 0;
+    if (held) {
+        DrawHoldMark(dc, button);
+    }
+    DrawCardText(dc, {button.left, button.top + lower, button.right, button.bottom + lower}, card);
+    if (IsWildDeuce(card)) {
+        DrawWildMark(dc, button);
     }
 }
 
@@ -256,17 +273,13 @@ void DrawButton(const DRAWITEMSTRUCT& item) {
     const bool isSlot = IsSlot(id);
     const auto slot = static_cast<std::size_t>(isSlot ? id - IDC_FIRST_SLOT : 0);
     const Card card = isSlot ? slots[slot].card : id - IDC_FIRST_CARD;
-    Area area = {item.rcItem.left, item.rcItem.top, item.rcItem.right, item.rcItem.bottom};
+    const Area area = {item.rcItem.left, item.rcItem.top, item.rcItem.right, item.rcItem.bottom};
     OffScreen screen = BeginOffScreen(item.hDC, area);
     FillRect(screen.dc, &item.rcItem, GetSysColorBrush(COLOR_BTNFACE));
     const HGDIOBJ fontBefore = SelectObject(screen.dc, program.panelFont);
     DrawGround(screen.dc, area, (item.itemState & ODS_SELECTED) != 0);
     if (card != NoCard && (item.itemState & ODS_DISABLED) == 0) {
-        if (isSlot && slots[slot].held) {
-            DrawHoldMark(screen.dc, area);
-            area.top += Scaled(10);
-        }
-        DrawCardText(screen.dc, area, card);
+        DrawCard(screen.dc, area, card, isSlot && slots[slot].held);
     }
     SelectObject(screen.dc, fontBefore);
     EndOffScreen(screen);

@@ -57,7 +57,16 @@ bool IsBlank(HWND button, int scale) {
             const Picture inside = Inside(button, scale);
             return CountPixels(inside, White) == inside.width * inside.height;
         },
-        3000);
+        Patience);
+}
+
+// The box around all pixels of one colour.
+RECT BoxOfColour(const Picture& picture, std::uint32_t colour) {
+    Picture only = picture;
+    for (std::uint32_t& pixel : only.pixels) {
+        pixel = pixel == colour ? Black : White;
+    }
+    return InkBox(only, White);
 }
 
 // The box across the top of a held slot.
@@ -272,6 +281,26 @@ TEST_F(HandAnalysis, MarksTheBestHoldAtTheFifthPickAndStartsAnewAtTheSixth) {
     EXPECT_TRUE(ShowsSlots(program, dialog, 1, 0));
     EXPECT_FALSE(IsWindowEnabled(CardButton(dialog, 30)));
     ExpectInfoOf(program, dialog, someCards, JacksOrBetter);
+    LeaveDialog(dialog, IDCANCEL);
+}
+
+TEST_F(HandAnalysis, MarksAHeldCardAndDrawsItTenPixelsLower) {
+    const RunningProgram program = StartProgram();
+    const HWND dialog = OpenGrid(program);
+    const HWND slot = SlotButton(dialog, 0); // the ace of clubs, all black
+    Pick(program, dialog, someCards[0]);
+    EXPECT_TRUE(ShowsSlots(program, dialog, 1, 0));
+    const RECT before = BoxOfColour(Inside(slot, program.scale), Black);
+    for (std::size_t i = 1; i < HandSize; ++i) {
+        Pick(program, dialog, someCards[i]);
+    }
+    EXPECT_TRUE(ShowsSlots(program, dialog, 5, 3));
+    EXPECT_TRUE(Eventually([&] {
+        const RECT held = BoxOfColour(Inside(slot, program.scale), Black);
+        return held.left == before.left && held.right == before.right &&
+               held.top == before.top + 10 * program.scale &&
+               held.bottom == before.bottom + 10 * program.scale;
+    }));
     LeaveDialog(dialog, IDCANCEL);
 }
 
