@@ -202,8 +202,11 @@ void TakePayout(HWND dialog, int id, std::int32_t& payout) {
 }
 
 // Enter leaves the focus in the field just edited, so its five-coin value is still to be carried.
+// Fields that were set without ever having the focus are taken as they stand.
 void Accept(HWND dialog) {
-    CarryPendingRow(dialog);
+    if (GetDlgCtrlID(GetFocus()) == pendingRow) {
+        CarryPendingRow(dialog);
+    }
     for (std::int32_t row = 0; row < Game().rowCount; ++row) {
         TakePayout(dialog, IDC_FIRST_ONE_COIN + row, Game().oneCoin[row]);
         TakePayout(dialog, IDC_FIRST_FIVE_COINS + row, Game().fiveCoins[row]);

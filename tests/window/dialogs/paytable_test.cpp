@@ -98,6 +98,37 @@ TEST_F(Editor, CarriesTheLastEditWhenEnterAccepts) {
     EXPECT_EQ(Setting(L"3", FiveCoins), 15U);
 }
 
+TEST_F(Editor, TakesFieldsThatWereSetWithoutTheFocusAsTheyStand) {
+    const RunningProgram program = StartProgram();
+    const HWND dialog = OpenEditor(program);
+    const auto set = [&](int id, const wchar_t* text) {
+        SendMessageW(GetDlgItem(dialog, id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
+    };
+    set(OneCoinId(Full), L"3");
+    set(FiveCoinsId(Full), L"77");
+    LeaveDialog(dialog, IDOK);
+    EXPECT_EQ(Setting(L"3", OneCoin), 3U);
+    EXPECT_EQ(Setting(L"3", FiveCoins), 77U);
+}
+
+TEST_F(Editor, CarriesNothingBeforeTheFirstEdit) {
+    SetPayouts(L"JACKS OR BETTER", true, {1, 2, 3, 4, 5, 6, 7, 8, 9});
+    const RunningProgram program = StartProgram();
+    const HWND dialog = OpenEditor(program);
+    for (const int row : {1, 0, LastRow, 2}) {
+        FocusField(program, dialog, OneCoinId(row));
+    }
+    for (int row = 0; row <= LastRow; ++row) {
+        EXPECT_EQ(FieldText(dialog, FiveCoinsId(row)), std::to_wstring(row + 1));
+    }
+    LeaveDialog(dialog, IDOK);
+    for (int row = 0; row <= LastRow; ++row) {
+        EXPECT_EQ(Setting(std::to_wstring(row).c_str(), OneCoin), std::nullopt);
+        const auto five = static_cast<std::uint32_t>(row + 1);
+        EXPECT_EQ(Setting(std::to_wstring(row).c_str(), FiveCoins), five);
+    }
+}
+
 TEST_F(Editor, TakesEmptyAndLetteredFieldsForZero) {
     const RunningProgram program = StartProgram();
     const HWND dialog = OpenEditor(program);
