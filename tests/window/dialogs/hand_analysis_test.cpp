@@ -94,7 +94,7 @@ bool ShowsSlots(const RunningProgram& program, HWND dialog, int picked, HoldPatt
                         return CountPixels(inside, White) < inside.width * inside.height &&
                                HasHoldMark(button, program.scale) == wanted;
                     },
-                    3000) &&
+                    Patience) &&
                 shown;
     }
     return shown;

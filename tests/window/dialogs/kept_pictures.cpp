@@ -83,12 +83,10 @@ testing::AssertionResult LooksAsKept(const RunningProgram& program, HWND window,
         return testing::AssertionFailure() << "there is no kept picture";
     }
     Picture seen;
-    if (Eventually(
-            [&] {
-                seen = GrabWindow(window);
-                return LookAlike(seen, *wanted);
-            },
-            5000)) {
+    if (Eventually([&] {
+            seen = GrabWindow(window);
+            return LookAlike(seen, *wanted);
+        })) {
         return testing::AssertionSuccess();
     }
     WritePicture(ProgramFolder() + L"seen-" + file, seen);

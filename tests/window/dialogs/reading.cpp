@@ -326,15 +326,13 @@ Picture GrabField(HWND dialog, int id, std::uint32_t ground, std::uint32_t ink) 
     constexpr int stillLooks = 5;
     Picture field = {};
     int same = 0;
-    EXPECT_TRUE(Eventually(
-        [&] {
-            const Picture before = field;
-            field = GrabWindow(GetDlgItem(dialog, id)); // inside its border
-            same = field == before ? same + 1 : 0;
-            return same >= stillLooks && ShowsOnly(field, ground, ink);
-        },
-        3000))
-        << "field " << id << " has other colours";
+    EXPECT_TRUE(Eventually([&] {
+        const Picture before = field;
+        field = GrabWindow(GetDlgItem(dialog, id)); // inside its border
+        same = field == before ? same + 1 : 0;
+        return same >= stillLooks && ShowsOnly(field, ground, ink);
+    })) << "field "
+        << id << " has other colours";
     return field;
 }
 
