@@ -8,9 +8,9 @@
 #include <set>
 
 #include "tests/window/dialogs/analysis_run.h"
+#include "tests/window/dialogs/command_line.h"
 #include "tests/window/dialogs/kept_pictures.h"
 #include "tests/window/dialogs/played_hand.h"
-#include "training/game_analysis.h"
 #include "training/session_stats.h"
 #include "ui/resource.h"
 
@@ -43,17 +43,6 @@ const KnownGame knownGames[] = {
     {DoubleDoubleBonus, 14, L"DOUBLE DOUBLE BONUS\\4000-250-2000-800-800-400-250-45-30-20-15-5-5",
      L"98.9808%"},
 };
-
-// The texts of a run of our own.
-AnalysisTexts OwnAnalysis(GameId id, std::int32_t coins) {
-    static GameAnalysis analysis;
-    LoadGame(analysis.game, id);
-    analysis.coins = coins;
-    analysis.stop = false;
-    EXPECT_TRUE(CountAllDeals(analysis));
-    analysis.stop = true;
-    return FormatAnalysis(SummarizeAnalysis(analysis), analysis.game, coins);
-}
 
 std::wstring Value(std::size_t row, const wchar_t* suffix, const std::wstring& key) {
     return TextSetting(std::to_wstring(row) + suffix, key).value_or(L"missing");
@@ -187,7 +176,7 @@ TEST_F(Analysis, StoresEveryTextUnderThePaytablesKey) {
         Do(program, IDM_FIRST_GAME + game.id);
         const HWND dialog = OpenAnalysis(program, game.rows);
         StartRun(program, dialog);
-        const AnalysisTexts texts = OwnAnalysis(game.id, MaxBet);
+        const AnalysisTexts texts = CommandLineAnalysis(game.id, MaxBet);
         WaitUntilIdle(dialog);
         ExpectStored(texts, game.key);
         LeaveDialog(dialog, IDOK);
@@ -208,7 +197,7 @@ TEST_F(Analysis, KeepsOneToFourCoinsUnderOneKeyAndFiveUnderAnother) {
     WaitUntilIdle(dialog);
     EXPECT_EQ(ReadRows(program, GetDlgItem(dialog, IDC_ANALYSIS_LIST), 2).front()[1], L"250");
     LeaveDialog(dialog, IDOK);
-    ExpectStored(OwnAnalysis(JacksOrBetter, 1), JacksAtOne);
+    ExpectStored(CommandLineAnalysis(JacksOrBetter, 1), JacksAtOne);
     EXPECT_EQ(TextSetting(L"Return", JacksAtFive), L"marked");
 
     for (int bet = 2; bet <= 4; ++bet) {
