@@ -13,6 +13,7 @@
 #include "tests/window/dialogs/kept_pictures.h"
 #include "tests/window/dialogs/reading.h"
 #include "tests/window/forecast.h"
+#include "tests/window/play.h"
 #include "ui/resource.h"
 
 // The list of all 32 holds.
@@ -171,6 +172,37 @@ TEST_F(Details, CoverTheWindowWithTheCloseButtonBelow) {
     EXPECT_TRUE(EqualRect(&close, &wantedClose));
     EXPECT_EQ(FieldText(dialog, IDOK), L"&Close");
     LeaveDialog(dialog, IDOK);
+}
+
+// The widest list on the narrowest window.
+TEST_F(Details, HaveAllColumnsAndRowsWithinReachInTheDialogsFont) {
+    SetSetting(L"Lastgame", DoubleDoubleBonus);
+    const RunningProgram program = StartSeeded(1, 0);
+    Do(program, IDC_DEAL_DRAW);
+    const HWND dialog = OpenDialogWith(program, IDM_HAND_DETAILS, IDC_DETAILS_LIST);
+    const HWND list = WaitForDetails(program);
+    EXPECT_EQ(SendMessageW(list, WM_GETFONT, 0, 0), SendMessageW(dialog, WM_GETFONT, 0, 0));
+    int width = 0;
+    for (const SeenColumn& column : ReadColumns(program, list)) {
+        width += column.width;
+    }
+    const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+    RECT client;
+    GetClientRect(list, &client);
+    SendMessageW(list, LVM_SCROLL, static_cast<WPARAM>(width), 0);
+    EXPECT_LE(PlaceIn(list, header).left + width, client.right) << "the last column stays outside";
+    SendMessageW(list, LVM_ENSUREVISIBLE, 31, FALSE);
+    const LRESULT top = SendMessageW(list, LVM_GETTOPINDEX, 0, 0);
+    EXPECT_GT(top + SendMessageW(list, LVM_GETCOUNTPERPAGE, 0, 0), 31) << "the last row does";
+    LeaveDialog(dialog, IDOK);
+}
+
+// The count-up has the lock and would keep it for half a minute.
+TEST_F(Details, OpenAtOnceDuringALongCountUp) {
+    const RunningProgram program = StartCountUp(1000, 30);
+    Post(program, IDM_HAND_DETAILS);
+    LeaveDialog(GetParent(WaitForDetails(program)), IDOK);
+    EXPECT_TRUE(ShowsCredits(program, 1095));
 }
 
 TEST_F(Details, CloseByTheRealKeyboardAndByCancel) {

@@ -169,6 +169,25 @@ TEST_F(Analysis, ShowsThePublishedReturnOfEveryGameAndCutsNothing) {
     }
 }
 
+TEST_F(Analysis, ShowsFrequenciesOfAllDealsAndProbabilitiesOfAHundredPercent) {
+    const RunningProgram program = StartProgram();
+    const HWND dialog = OpenAnalysis(program, JacksRows);
+    StartRun(program, dialog);
+    WaitUntilIdle(dialog);
+    Settle(program);
+    double deals = 0;
+    double percent = 0;
+    for (const SeenRow& row :
+         ReadRows(program, GetDlgItem(dialog, IDC_ANALYSIS_LIST), JacksCells)) {
+        deals += std::stod(row[2]);
+        percent += std::stod(row[3]);
+    }
+    EXPECT_NEAR(deals, 2598960, JacksRows * 0.05) << "but for the rounding of each text";
+    EXPECT_NEAR(percent, 100, JacksRows * 0.0005);
+    LeaveDialog(dialog, IDOK);
+}
+
+// The table of the command line is that of the dialog, text by text.
 TEST_F(Analysis, StoresEveryTextUnderThePaytablesKey) {
     const RunningProgram program = StartProgram();
     for (const KnownGame& game : {knownGames[0], knownGames[1], knownGames[2]}) {
@@ -292,6 +311,23 @@ TEST_F(Analysis, OffersToCloseUntilItRunsAndAgainAfterwards) {
     LeaveDialog(dialog, IDOK);
 }
 
+TEST_F(Analysis, AnswersThroughoutARun) {
+    const RunningProgram program = StartProgram();
+    const HWND dialog = OpenAnalysis(program, JacksRows);
+    StartRun(program, dialog);
+    int answers = 0;
+    while (!Idle(dialog)) {
+        for (const HWND window : {dialog, program.window}) {
+            DWORD_PTR answer = 0;
+            ASSERT_NE(SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, Patience, &answer),
+                      0);
+        }
+        ++answers;
+    }
+    EXPECT_GT(answers, 10);
+    LeaveDialog(dialog, IDOK);
+}
+
 TEST_F(Analysis, GoesOnAfterNoToTheStopQuestion) {
     const RunningProgram program = StartSeeded(1, 0);
     const HWND dialog = OpenAnalysis(program, JacksRows);
@@ -341,6 +377,31 @@ TEST_F(Analysis, StandsBehindTheDialogsOfPlay) {
     WaitUntilIdle(dialog);
     LeaveDialog(dialog, IDOK);
     EXPECT_TRUE(IsWindowEnabled(program.window));
+}
+
+// The question keeps the lock, with the details opened from it too: no search comes in between.
+TEST_F(Analysis, WaitsWhileThePlayerIsAsked) {
+    const RunningProgram program = StartSeeded(SeedOfALosingDraw(), 0);
+    const HWND dialog = OpenAnalysis(program, JacksRows);
+    Gate gate;
+    gate.CloseAt(20);
+    StartRun(program, dialog);
+    gate.WaitForRun();
+    Do(program, IDC_DEAL_DRAW);
+    const HWND question = OpenDialog(program, IDC_DEAL_DRAW, QuestionTitle);
+    gate.Open();
+    Sleep(100); // a percent takes less
+    const std::wstring progress = FieldText(dialog, IDC_RUN_ANALYSIS);
+    PressButton(question, IDC_GRADING_DETAILS);
+    const HWND list = WaitForDetails(program);
+    Sleep(300);
+    EXPECT_EQ(FieldText(dialog, IDC_RUN_ANALYSIS), progress);
+    LeaveDialog(GetParent(list), IDOK);
+    EXPECT_EQ(FieldText(dialog, IDC_RUN_ANALYSIS), progress);
+    LeaveDialog(question, IDC_ANSWER_YES);
+    WaitUntilIdle(dialog);
+    EXPECT_EQ(TextSetting(L"Return", JacksAtFive), L"99.5439%");
+    LeaveDialog(dialog, IDOK);
 }
 
 // The run waits for the lock that the question has; the end of the program waits for neither.

@@ -203,6 +203,9 @@ TEST_F(HandAnalysis, HasAJokerOnlyInJokerWild) {
             EXPECT_EQ(place.top, beside.top);
             EXPECT_TRUE(
                 Eventually([&] { return CountPixels(Inside(joker, program.scale), Blue) > 0; }));
+            const Picture face = Inside(joker, program.scale);
+            EXPECT_EQ(CountPixels(face, Black) + CountPixels(face, DarkRed), 0)
+                << "a rank or a pip beside it";
             EXPECT_TRUE(LooksAsKept(program, dialog, L"grid-joker"));
         }
         // A deuce is marked wild in its game.

@@ -301,6 +301,44 @@ TEST_F(Editor, GoesDownTheOneCoinColumnThenTheOtherByTab) {
     LeaveDialog(dialog, IDCANCEL);
 }
 
+TEST_F(Editor, ShowsEveryFieldAndButtonInItsPlace) {
+    const RunningProgram program = StartProgram();
+    const int s = program.scale;
+    for (const GameId game : {JokerWild, DoubleDoubleBonus}) {
+        SCOPED_TRACE(game);
+        Do(program, IDM_FIRST_GAME + game);
+        const HWND dialog = OpenEditor(program);
+        RECT client;
+        GetClientRect(dialog, &client);
+        const int third = static_cast<int>(client.right) / 3;
+        const int half = static_cast<int>(client.right) / 2;
+        const int quarter = half / 2;
+        const auto expectPlace = [&](int id, int left, int top, int width, int height) {
+            const RECT place = PlaceIn(dialog, GetDlgItem(dialog, id));
+            EXPECT_EQ(place.left, left) << id;
+            EXPECT_EQ(place.top, top) << id;
+            EXPECT_EQ(place.right - place.left, width) << id;
+            EXPECT_EQ(place.bottom - place.top, height) << id;
+        };
+        const int rows = game == JokerWild ? 11 : 13;
+        for (int row = 0; row < rows; ++row) {
+            const int top = (18 + 15 * row) * s;
+            const int width = quarter - 4 * s;
+            expectPlace(OneCoinId(row), half + s, top, width, 15 * s);
+            expectPlace(FiveCoinsId(row), half + quarter + s, top, width, 15 * s);
+        }
+        EXPECT_EQ(GetDlgItem(dialog, OneCoinId(rows)), nullptr);
+        if (rows == 13) {
+            EXPECT_EQ(PlaceIn(dialog, GetDlgItem(dialog, OneCoinId(12))).top, 198 * s);
+        }
+        const int top = static_cast<int>(client.bottom) - 25 * s;
+        expectPlace(IDC_DEFAULTS, 0, top, third, 24 * s);
+        expectPlace(IDCANCEL, third, top, third, 24 * s);
+        expectPlace(IDOK, 2 * third, top, third, 24 * s);
+        LeaveDialog(dialog, IDCANCEL);
+    }
+}
+
 TEST_F(Editor, ShowsEveryRowOfEveryGame) {
     const RunningProgram program = StartProgram();
     const int rowCounts[] = {9, 10, 11, 13, 11, 13};
