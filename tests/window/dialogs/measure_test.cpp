@@ -1,3 +1,7 @@
+#include <windows.h>
+
+#include <psapi.h>
+
 #include <algorithm>
 #include <cstdio>
 
@@ -26,6 +30,19 @@ double Timed(Begin begin, Done done) {
     while (!done()) {
     }
     return MillisecondsBetween(start, Now());
+}
+
+struct PeakMemory {
+    double workingSet; // in MB
+    double committed;
+};
+
+PeakMemory PeakMemoryOf(HANDLE process) {
+    PROCESS_MEMORY_COUNTERS counters = {};
+    EXPECT_TRUE(GetProcessMemoryInfo(process, &counters, sizeof counters));
+    constexpr double megabyte = 1 << 20;
+    return {static_cast<double>(counters.PeakWorkingSetSize) / megabyte,
+            static_cast<double>(counters.PeakPagefileUsage) / megabyte};
 }
 
 } // namespace
@@ -83,10 +100,11 @@ TEST_F(Measure, DISABLED_Dialogs) {
 
 TEST_F(Measure, DISABLED_Analysis) {
     const int rows[] = {10, 11, 12, 14, 12, 14};
-    program = StartProgram();
     for (int game = 0; game < GameCount; ++game) {
-        Do(program, IDM_FIRST_GAME + game);
+        SetSetting(L"Lastgame", static_cast<std::uint32_t>(game));
+        program = StartProgram();
         const HWND dialog = OpenAnalysis(program, rows[game]);
+        const PeakMemory before = PeakMemoryOf(program.process);
         PressButton(dialog, IDC_RUN_ANALYSIS);
         const HWND confirm = WaitForDialog(program, L"Confirm");
         const double seconds = Timed([&] { PostMessageW(confirm, WM_COMMAND, IDYES, 0); },
@@ -95,11 +113,17 @@ TEST_F(Measure, DISABLED_Analysis) {
                                          return !FieldText(dialog, IDC_ANALYSIS_TOTAL).empty();
                                      }) /
                                1000;
-        std::printf("game %d: %.2f s, %ls\n", game, seconds,
-                    FieldText(dialog, IDC_ANALYSIS_TOTAL).c_str());
+        const PeakMemory after = PeakMemoryOf(program.process);
+        std::printf("game %d: %.2f s, %ls; peak memory %.1f MB, %.1f MB before the run "
+                    "(committed %.1f MB, %.1f MB)\n",
+                    game, seconds, FieldText(dialog, IDC_ANALYSIS_TOTAL).c_str(), after.workingSet,
+                    before.workingSet, after.committed, before.committed);
         LeaveDialog(dialog, IDOK);
+        CloseProgram(program);
     }
     DeleteSettings();
+    program = StartProgram();
+    Do(program, IDM_FIRST_GAME + GameCount - 1);
     const HWND dialog = OpenAnalysis(program, rows[GameCount - 1]);
     std::vector<double> answers;
     for (int i = 0; i < Times; ++i) {
