@@ -250,6 +250,26 @@ TEST_F(Details, ShowOneDrawForHoldingAll) {
     LeaveDialog(GetParent(list), IDOK);
 }
 
+TEST_F(Details, ShowOneDrawThatPaysNothingForHoldingAllOfNothing) {
+    const std::uint32_t seed = FindSeed([](const Table& dealt) { return dealt.rank == 9U; });
+    const RunningProgram program = StartSeeded(seed, 0);
+    Do(program, IDC_DEAL_DRAW);
+    Post(program, IDM_HAND_DETAILS);
+    const HWND list = WaitForDetails(program);
+    int holdingAll = 0;
+    for (const SeenRow& row : ReadRows(program, list, 13)) {
+        if (row[HoldColumn].find(L'_') == std::wstring::npos) {
+            ++holdingAll;
+            EXPECT_EQ(row[ReturnColumn], L"0.0000");
+            EXPECT_EQ(row[TotalColumn], L"1");
+            EXPECT_EQ(row[NadaColumn], L"1");
+            EXPECT_EQ(std::count(row.begin() + NadaColumn + 1, row.end(), L"0"), 9);
+        }
+    }
+    EXPECT_EQ(holdingAll, 1);
+    LeaveDialog(GetParent(list), IDOK);
+}
+
 TEST_F(Details, ShowAWForTheJokerAndTotalsOfItsDeck) {
     SetSetting(L"Lastgame", JokerWild);
     Table table;

@@ -11,6 +11,7 @@
 #include "tests/window/dialogs/command_line.h"
 #include "tests/window/dialogs/kept_pictures.h"
 #include "tests/window/dialogs/played_hand.h"
+#include "tests/window/play.h"
 #include "training/session_stats.h"
 #include "ui/resource.h"
 
@@ -249,6 +250,12 @@ TEST_F(Analysis, ShowsWhatAnEarlierRunOfTheProgramFound) {
     dialog = OpenAnalysis(program, JacksRows);
     ExpectEmpty(program, dialog);
     LeaveDialog(dialog, IDOK);
+}
+
+TEST_F(Analysis, PaysTheRestOfACountUpAtOnce) {
+    const RunningProgram program = StartCountUp(1000, 30);
+    LeaveDialog(OpenAnalysis(program, JacksRows), IDOK);
+    EXPECT_TRUE(ShowsCredits(program, 1095));
 }
 
 TEST_F(Analysis, AsksBeforeItRuns) {

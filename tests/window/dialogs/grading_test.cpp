@@ -360,6 +360,22 @@ TEST_F(Grading, HoldsTheBestInAutoholdAndAsksOnlyWhoSpoilsIt) {
     LeaveDialog(question, IDC_ANSWER_NO);
 }
 
+TEST_F(Grading, HoldsTheBestInAutoholdInEveryGame) {
+    Open(1);
+    Do(program, IDM_AUTOHOLD);
+    for (int id = 0; id < GameCount; ++id) {
+        SCOPED_TRACE(id);
+        Do(program, IDM_FIRST_GAME + id);
+        PickGame(table, id);
+        Deal();
+        held = BestHold();
+        for (std::size_t i = 0; i < HandSize; ++i) {
+            EXPECT_TRUE(ShowsHeld(program, i, ((held >> i) & 1) != 0)) << "card " << i;
+        }
+        Draw();
+    }
+}
+
 TEST_F(Grading, StartsWithWarnWhateverTheModeWas) {
     Open(1);
     Do(program, IDM_NO_TRAINING);

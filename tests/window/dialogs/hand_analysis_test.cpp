@@ -2,6 +2,7 @@
 
 #include "tests/window/dialogs/kept_pictures.h"
 #include "tests/window/dialogs/played_hand.h"
+#include "tests/window/play.h"
 #include "ui/resource.h"
 
 // Any hand composed on a grid of cards, and its best hold.
@@ -410,6 +411,12 @@ TEST_F(HandAnalysis, OpensInfoOfAHandWithAJokerInAnotherGame) {
         LeaveDialog(dialog, IDCANCEL);
     }
     CloseProgram(program);
+}
+
+TEST_F(HandAnalysis, PaysTheRestOfACountUpAtOnce) {
+    const RunningProgram program = StartCountUp(1000, 30);
+    LeaveDialog(OpenGrid(program), IDCANCEL);
+    EXPECT_TRUE(ShowsCredits(program, 1095));
 }
 
 TEST_F(HandAnalysis, IsPickedByTheRealPointer) {

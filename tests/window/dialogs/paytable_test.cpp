@@ -157,6 +157,7 @@ TEST_F(Editor, KeepsTheOldPayoutForNumbersThatDoNotFitOrAreNegativeWhenSigned) {
     TypeInto(program, dialog, FiveCoinsId(2), L"2147483647");
     TypeInto(program, dialog, FiveCoinsId(3), L"4294967296");
     TypeInto(program, dialog, OneCoinId(4), L"99999999999999999999");
+    TypeInto(program, dialog, OneCoinId(5), L"4294967295");
     LeaveDialog(dialog, IDOK);
     EXPECT_EQ(Setting(L"0", FiveCoins), std::nullopt);
     EXPECT_EQ(Setting(L"1", FiveCoins), std::nullopt);
@@ -164,6 +165,8 @@ TEST_F(Editor, KeepsTheOldPayoutForNumbersThatDoNotFitOrAreNegativeWhenSigned) {
     EXPECT_EQ(Setting(L"3", FiveCoins), std::nullopt);
     EXPECT_EQ(Setting(L"4", OneCoin), std::nullopt);
     EXPECT_EQ(Setting(L"4", FiveCoins), std::nullopt);
+    EXPECT_EQ(Setting(L"5", OneCoin), std::nullopt);
+    EXPECT_EQ(Setting(L"5", FiveCoins), std::nullopt);
     const HWND reopened = OpenEditor(program);
     EXPECT_EQ(FieldText(reopened, FiveCoinsId(0)), L"4000");
     EXPECT_EQ(FieldText(reopened, FiveCoinsId(1)), L"250");
