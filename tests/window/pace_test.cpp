@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/window/forecast.h"
@@ -39,6 +41,95 @@ bool StandsStill() {
         before = seen;
         return still;
     });
+}
+
+// Which cards show a face, bit i for position i, and what else changes as cards move.
+struct Scene {
+    int faces;
+    bool credits;
+    bool prompt;
+    bool held;
+    bool operator==(const Scene&) const = default;
+};
+
+// What to look for in the window: it is grabbed whole, so that a scene is of one moment.
+class Watcher {
+  public:
+    Watcher(const RunningProgram& watched, std::int32_t credits) : program(watched) {
+        const std::wstring amount = std::to_wstring(credits);
+        back = CardOf(GrabStill(program), 0);
+        creditsPaid = PaintLines(program, program.layout.credits, Navy,
+                                 {{L"Credits", White, DT_LEFT}, {amount, White, DT_RIGHT}}, 15);
+        holding = OnScreen(PaintLines(program, program.layout.prompt, Navy,
+                                      {{HoldAndDraw, Yellow, DT_CENTER}}, 15));
+    }
+
+    // The scenes from now on until the cards have moved and all show their faces, each told once.
+    // Asks the program nothing, which would wait for it.
+    std::vector<Scene> Watch() const {
+        std::vector<Scene> scenes;
+        bool moved = false;
+        EXPECT_TRUE(Eventually([&] {
+            const Scene scene = SceneOf(GrabClient(program));
+            if (scenes.empty() || !(scenes.back() == scene)) {
+                scenes.push_back(scene);
+            }
+            moved = moved || scene.faces != AllFaces;
+            return moved && scene.faces == AllFaces;
+        })) << "the cards do not come";
+        return scenes;
+    }
+
+    static constexpr int AllFaces = 31;
+
+  private:
+    const RunningProgram& program;
+    Picture back;
+    Picture creditsPaid;
+    Picture holding;
+
+    // The inside of a card, where a face and the back differ for certain.
+    Picture CardOf(const Picture& client, std::size_t position) const {
+        const Area& card = program.layout.cards[position];
+        const int in = 4 * program.scale;
+        return Crop(client, {card.left + in, card.top + in, card.right - in, card.bottom - in});
+    }
+
+    // The part of the prompt band that lies in the client area.
+    Picture OnScreen(const Picture& band) const {
+        const Area& area = program.layout.prompt;
+        return Crop(band, {0, 0, band.width, DesignHeight * program.scale - area.top});
+    }
+
+    Scene SceneOf(const Picture& client) const {
+        Area prompt = program.layout.prompt;
+        prompt.bottom = DesignHeight * program.scale;
+        Scene scene = {0, Crop(client, program.layout.credits) == creditsPaid,
+                       Crop(client, prompt) == holding, false};
+        for (std::size_t i = 0; i < HandSize; ++i) {
+            scene.faces |= CardOf(client, i) == back ? 0 : 1 << i;
+            const Picture label = Crop(client, program.layout.held[i]);
+            scene.held = scene.held || std::count(label.pixels.begin(), label.pixels.end(), White);
+        }
+        return scene;
+    }
+};
+
+// The cards go through these steps in order; a look may miss some, but not nearly all.
+void ExpectSteps(const std::vector<Scene>& scenes, const std::vector<int>& steps) {
+    std::size_t at = 0;
+    std::size_t seen = 0;
+    for (std::size_t i = 0; i < scenes.size(); ++i) {
+        if (i > 0 && scenes[i].faces == scenes[i - 1].faces) {
+            continue;
+        }
+        const auto found = std::find(steps.begin() + static_cast<std::ptrdiff_t>(at), steps.end(),
+                                     scenes[i].faces);
+        ASSERT_NE(found, steps.end()) << "faces " << scenes[i].faces << " out of turn";
+        at = static_cast<std::size_t>(found - steps.begin()) + 1;
+        ++seen;
+    }
+    EXPECT_GE(seen, 4U) << "the cards were not seen to move one by one";
 }
 
 constexpr std::uint32_t LongPayout = 3000;
@@ -86,6 +177,55 @@ TEST_F(Pace, ADealTakesItsPausesForReal) {
     const ULONGLONG start = GetTickCount64();
     Do(program, IDC_DEAL_DRAW);
     EXPECT_GE(GetTickCount64() - start, 6 * 50U - 20U);
+}
+
+// Credits and prompt change before the first card.
+TEST_F(Pace, CardsTurnOneByOneFromTheLeft) {
+    SetSetting(L"Sound", 0);
+    SetSetting(L"Speed", 200);
+    constexpr HoldPattern hold = 5;
+    const std::uint32_t seed =
+        FindSeed([](const Table& table) { return ForetoldDraw(table, hold).payout == 0; });
+    const RunningProgram program = StartSeeded(seed);
+    Do(program, IDM_NO_TRAINING);
+    const Watcher first(program, 95);
+    Post(program, IDC_DEAL_DRAW);
+    const std::vector<Scene> deal = first.Watch();
+    ExpectSteps(deal, {0, 1, 3, 7, 15, 31});
+    for (const Scene& scene : deal) {
+        EXPECT_TRUE(scene.faces == 0 || (scene.credits && scene.prompt)) << scene.faces;
+    }
+
+    Hold(program, hold);
+    Post(program, IDC_DEAL_DRAW);
+    const std::vector<Scene> draw = first.Watch();
+    ExpectSteps(draw, {31, 29, 21, 5, 7, 15, 31});
+    for (const Scene& scene : draw) {
+        EXPECT_TRUE(scene.held) << "the holds stay for all to see";
+    }
+}
+
+TEST_F(Pace, ANewHandStartsFromBacksWithoutAHold) {
+    SetSetting(L"Sound", 0);
+    SetSetting(L"Speed", 200);
+    constexpr HoldPattern hold = 31;
+    const std::uint32_t seed =
+        FindSeed([](const Table& table) { return ForetoldDraw(table, hold).payout == 0; });
+    const RunningProgram program = StartSeeded(seed);
+    Do(program, IDM_NO_TRAINING);
+    const Watcher second(program, 90);
+    Do(program, IDC_DEAL_DRAW);
+    Hold(program, hold);
+    Do(program, IDC_DEAL_DRAW);
+    ASSERT_TRUE(ShowsHeld(program, 4, true));
+    Post(program, IDC_DEAL_DRAW);
+    const std::vector<Scene> deal = second.Watch();
+    ExpectSteps(deal, {31, 30, 28, 24, 16, 0, 1, 3, 7, 15, 31});
+    bool backs = false;
+    for (const Scene& scene : deal) {
+        backs = backs || scene.faces == 0;
+        EXPECT_TRUE(!backs || scene.faces == 0 || !scene.held) << scene.faces;
+    }
 }
 
 TEST_F(Pace, ACountUpLeavesThePromptUntilItsLastCoin) {
