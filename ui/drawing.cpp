@@ -1,5 +1,6 @@
 #include "ui/drawing.h"
 
+#include <cstddef>
 #include <cwchar>
 
 RECT RectOf(const Area& area) {
@@ -35,38 +36,76 @@ int TextWidth(HDC dc, const wchar_t* text) {
     return static_cast<int>(extent.cx);
 }
 
-// The selected font at the same height, narrowed in the ratio given.
-HFONT NarrowedFont(HDC dc, int available, int needed) {
+struct Piece {
+    const wchar_t* text;
+    UINT alignment;
+};
+
+// Of the pieces side by side, with a blank between two.
+template <std::size_t count>
+int NeededWidth(HDC dc, const Piece (&pieces)[count]) {
+    int needed = static_cast<int>(count - 1) * TextWidth(dc, L" ");
+    for (const Piece& piece : pieces) {
+        needed += TextWidth(dc, piece.text);
+    }
+    return needed;
+}
+
+// Selects the font that is selected in a cut of the same height in which the pieces fit, and
+// returns it; null if they fit as it is. Cuts come in whole pixels of a mean character, which is
+// not every text's, so the first may be too wide still.
+template <std::size_t count>
+HFONT SelectNarrowed(HDC dc, const Piece (&pieces)[count], int available) {
+    const int needed = NeededWidth(dc, pieces);
+    if (needed <= available) {
+        return nullptr;
+    }
     LOGFONTW description = {};
     TEXTMETRICW metrics = {};
     GetObjectW(GetCurrentObject(dc, OBJ_FONT), sizeof description, &description);
     GetTextMetricsW(dc, &metrics);
-    const LONG width = metrics.tmAveCharWidth * available / needed;
-    description.lfWidth = width > 1 ? width : 1;
-    return CreateFontIndirectW(&description);
+    const LONG estimate = metrics.tmAveCharWidth * available / needed;
+    LONG width = estimate > 1 ? estimate : 1;
+    HFONT narrowed = nullptr;
+    do {
+        description.lfWidth = width--;
+        const HFONT narrower = CreateFontIndirectW(&description);
+        SelectObject(dc, narrower);
+        DeleteObject(narrowed);
+        narrowed = narrower;
+    } while (width > 0 && NeededWidth(dc, pieces) > available);
+    return narrowed;
 }
 
-} // namespace
-
-void DrawFittedText(HDC dc, const wchar_t* text, const Area& area, COLORREF colour,
-                    UINT alignment) {
+template <std::size_t count>
+void DrawPieces(HDC dc, const Piece (&pieces)[count], const Area& area, COLORREF colour) {
     RECT box = RectOf(area);
     const COLORREF colourBefore = SetTextColor(dc, colour);
     const int modeBefore = SetBkMode(dc, TRANSPARENT);
-    const int needed = TextWidth(dc, text);
-    HFONT narrowed = nullptr;
-    HGDIOBJ fontBefore = nullptr;
-    if (needed > Width(area)) {
-        narrowed = NarrowedFont(dc, Width(area), needed);
-        fontBefore = SelectObject(dc, narrowed);
+    const HGDIOBJ fontBefore = GetCurrentObject(dc, OBJ_FONT);
+    const HFONT narrowed = SelectNarrowed(dc, pieces, Width(area));
+    for (const Piece& piece : pieces) {
+        DrawTextW(dc, piece.text, -1, &box,
+                  piece.alignment | DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     }
-    DrawTextW(dc, text, -1, &box, alignment | DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     if (narrowed != nullptr) {
         SelectObject(dc, fontBefore);
         DeleteObject(narrowed);
     }
     SetBkMode(dc, modeBefore);
     SetTextColor(dc, colourBefore);
+}
+
+} // namespace
+
+void DrawFittedText(HDC dc, const wchar_t* text, const Area& area, COLORREF colour,
+                    UINT alignment) {
+    DrawPieces(dc, {{text, alignment}}, area, colour);
+}
+
+void DrawFittedPair(HDC dc, const wchar_t* label, const wchar_t* number, const Area& area,
+                    COLORREF colour) {
+    DrawPieces(dc, {{label, DT_LEFT}, {number, DT_RIGHT}}, area, colour);
 }
 
 void CopyPicture(HDC dc, int x, int y, int width, int height, HBITMAP source, int sourceX,

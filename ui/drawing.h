@@ -24,6 +24,11 @@ void EndOffScreen(OffScreen& screen);
 // given, on whatever is there. A text wider than its place is set in a narrower cut of the font.
 void DrawFittedText(HDC dc, const wchar_t* text, const Area& area, COLORREF colour, UINT alignment);
 
+// The same with a label at the left and a number at the right; both in the narrower cut where they
+// would meet otherwise.
+void DrawFittedPair(HDC dc, const wchar_t* label, const wchar_t* number, const Area& area,
+                    COLORREF colour);
+
 // Copies a part of a bitmap, unscaled.
 void CopyPicture(HDC dc, int x, int y, int width, int height, HBITMAP source, int sourceX,
                  int sourceY);

@@ -122,8 +122,7 @@ void DrawLabelled(HDC dc, const Area& area, const wchar_t* label, std::int32_t n
                   COLORREF colour) {
     wchar_t text[NumberSize];
     FormatNumber(text, number);
-    DrawFittedText(dc, label, area, colour, DT_LEFT);
-    DrawFittedText(dc, text, area, colour, DT_RIGHT);
+    DrawFittedPair(dc, label, text, area, colour);
 }
 
 void DrawCoinsIn(HDC dc) {

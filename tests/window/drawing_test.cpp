@@ -38,6 +38,23 @@ void SmearOver(const RunningProgram& program) {
     ReleaseDC(program.window, window);
 }
 
+// The most columns in a row, between the first ink and the last, that are of the ground alone.
+int WidestGap(const Picture& picture, std::uint32_t ground) {
+    int widest = 0;
+    int lastInk = -1;
+    for (int x = 0; x < picture.width; ++x) {
+        bool ink = false;
+        for (int y = 0; y < picture.height; ++y) {
+            ink = ink || picture.At(x, y) != ground;
+        }
+        if (ink) {
+            widest = lastInk < 0 ? 0 : std::max(widest, x - lastInk - 1);
+            lastInk = x;
+        }
+    }
+    return widest;
+}
+
 constexpr Grounds plain = {DarkNavy, DarkRed};
 constexpr Grounds lit = {DarkRed, Yellow};
 
@@ -226,6 +243,26 @@ TEST_F(Drawing, ThePaintedTableIsTheTableAsItWasDrawnPieceByPiece) {
         EXPECT_TRUE(Eventually([&] { return GrabClient(program) == before; })) << "game " << game;
         CloseProgram(program);
     }
+}
+
+// Ten digits fit beside "Credits", and the royal flush of the largest bet beside "Paid".
+TEST_F(Drawing, LabelsAndLongNumbersDoNotMeet) {
+    SetSetting(L"Sound", 0);
+    PayFor(4000);
+    SetSetting(L"Credits", 2147400000);
+    const RunningProgram program = StartUntrained(FindSeed(IsWinning));
+    Do(program, IDC_DEAL_DRAW);
+    Hold(program, HoldAll);
+    Do(program, IDC_DEAL_DRAW);
+    Do(program, IDC_BET_ONE);
+    ASSERT_TRUE(ShowsPaid(program, 4000));
+    ASSERT_TRUE(ShowsCredits(program, 2147400000 - 5 + 4000));
+    const int s = program.scale;
+    const Area& paid = program.layout.paid;
+    const Area insidePaid = {paid.left + 2 * s, paid.top + 2 * s, paid.right - 2 * s,
+                             paid.bottom - 2 * s};
+    EXPECT_GE(WidestGap(Grab(program, insidePaid), White), 2 * s);
+    EXPECT_GE(WidestGap(Grab(program, program.layout.credits), Navy), 2 * s);
 }
 
 // Drawn in one go, the box never shows less than its label and a number; a box that is cleared and

@@ -86,6 +86,24 @@ bool Shows(const RunningProgram& program, const Area& area, const Picture& expec
     return Eventually([&] { return Crop(Grab(program, area), inside) == wanted; }, 3000);
 }
 
+// A ground of the area's size with what `draw` draws into its inner place, in the bold font.
+template <typename Draw>
+Picture PaintWith(const RunningProgram& program, const Area& area, std::uint32_t ground,
+                  int fontPixels, int insetLeft, int insetRight, BYTE smoothing, Draw draw) {
+    const HDC window = GetDC(program.window);
+    const int s = program.scale;
+    const Picture picture = Painted(window, Width(area), Height(area), [&](HDC dc) {
+        const HFONT font = BoldFont(fontPixels * s, smoothing);
+        const HGDIOBJ before = SelectObject(dc, font);
+        FillWith(dc, {0, 0, Width(area), Height(area)}, ground);
+        draw(dc, {insetLeft * s, 0, Width(area) - insetRight * s, Height(area)});
+        SelectObject(dc, before);
+        DeleteObject(font);
+    });
+    ReleaseDC(program.window, window);
+    return picture;
+}
+
 } // namespace
 
 Picture PixelsOf(HDC dc, HBITMAP bitmap, int width, int height) {
@@ -142,39 +160,33 @@ Picture Crop(const Picture& picture, const Area& area) {
 Picture PaintLines(const RunningProgram& program, const Area& area, std::uint32_t ground,
                    const std::vector<Line>& lines, int fontPixels, int insetLeft, int insetRight,
                    BYTE smoothing) {
-    const HDC window = GetDC(program.window);
-    const int s = program.scale;
-    const Picture picture = Painted(window, Width(area), Height(area), [&](HDC dc) {
-        const HFONT font = BoldFont(fontPixels * s, smoothing);
-        const HGDIOBJ before = SelectObject(dc, font);
-        FillWith(dc, {0, 0, Width(area), Height(area)}, ground);
-        const Area place = {insetLeft * s, 0, Width(area) - insetRight * s, Height(area)};
+    const auto draw = [&](HDC dc, const Area& place) {
         for (const Line& line : lines) {
             DrawFittedText(dc, line.text.c_str(), place, ColourRef(line.colour), line.alignment);
         }
-        SelectObject(dc, before);
-        DeleteObject(font);
-    });
-    ReleaseDC(program.window, window);
-    return picture;
+    };
+    return PaintWith(program, area, ground, fontPixels, insetLeft, insetRight, smoothing, draw);
+}
+
+Picture PaintPair(const RunningProgram& program, const Area& area, std::uint32_t ground,
+                  const Labelled& pair, int fontPixels, int insetLeft, int insetRight) {
+    const auto draw = [&](HDC dc, const Area& place) {
+        DrawFittedPair(dc, pair.label, std::to_wstring(pair.number).c_str(), place,
+                       ColourRef(pair.colour));
+    };
+    return PaintWith(program, area, ground, fontPixels, insetLeft, insetRight, DEFAULT_QUALITY,
+                     draw);
 }
 
 bool ShowsCredits(const RunningProgram& program, std::int32_t credits) {
     const Area& area = program.layout.credits;
-    return Shows(
-        program, area,
-        PaintLines(program, area, Navy,
-                   {{L"Credits", White, DT_LEFT}, {std::to_wstring(credits), White, DT_RIGHT}}, 15),
-        0);
+    return Shows(program, area, PaintPair(program, area, Navy, {L"Credits", credits, White}, 15),
+                 0);
 }
 
 bool ShowsCoinsIn(const RunningProgram& program, std::int32_t bet) {
     const Area& area = program.layout.coinsIn;
-    return Shows(
-        program, area,
-        PaintLines(program, area, Navy,
-                   {{L"Coins In", White, DT_LEFT}, {std::to_wstring(bet), White, DT_RIGHT}}, 15),
-        0);
+    return Shows(program, area, PaintPair(program, area, Navy, {L"Coins In", bet, White}, 15), 0);
 }
 
 bool ShowsPrompt(const RunningProgram& program, const wchar_t* prompt) {
@@ -186,12 +198,10 @@ bool ShowsPrompt(const RunningProgram& program, const wchar_t* prompt) {
 // The status line's end lies over the box's left edge.
 bool ShowsPaid(const RunningProgram& program, std::int32_t paid) {
     const Area& area = program.layout.paid;
-    std::vector<Line> lines;
-    if (paid != 0) {
-        lines = {{L"Paid", Black, DT_LEFT}, {std::to_wstring(paid), Black, DT_RIGHT}};
-    }
-    return Shows(program, area, PaintLines(program, area, White, lines, 13, 4, 2),
-                 2 * program.scale);
+    const Picture box = paid == 0
+                            ? PaintLines(program, area, White, {}, 13)
+                            : PaintPair(program, area, White, {L"Paid", paid, Black}, 13, 4, 2);
+    return Shows(program, area, box, 2 * program.scale);
 }
 
 // A paytable that fills its columns ends on the label's first line.

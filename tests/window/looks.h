@@ -64,6 +64,15 @@ Picture PaintLines(const RunningProgram& program, const Area& area, std::uint32_
                    const std::vector<Line>& lines, int fontPixels, int insetLeft = 0,
                    int insetRight = 0, BYTE smoothing = DEFAULT_QUALITY);
 
+// A label at the left and a number at the right.
+struct Labelled {
+    const wchar_t* label;
+    std::int32_t number;
+    std::uint32_t colour;
+};
+Picture PaintPair(const RunningProgram& program, const Area& area, std::uint32_t ground,
+                  const Labelled& pair, int fontPixels, int insetLeft = 0, int insetRight = 0);
+
 // Whether the part of the table comes to look like this. "Paid" 0 is an empty box.
 bool ShowsCredits(const RunningProgram& program, std::int32_t credits);
 bool ShowsCoinsIn(const RunningProgram& program, std::int32_t bet);

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -56,10 +55,9 @@ struct Scene {
 class Watcher {
   public:
     Watcher(const RunningProgram& watched, std::int32_t credits) : program(watched) {
-        const std::wstring amount = std::to_wstring(credits);
         back = CardOf(GrabStill(program), 0);
-        creditsPaid = PaintLines(program, program.layout.credits, Navy,
-                                 {{L"Credits", White, DT_LEFT}, {amount, White, DT_RIGHT}}, 15);
+        creditsPaid =
+            PaintPair(program, program.layout.credits, Navy, {L"Credits", credits, White}, 15);
         holding = OnScreen(PaintLines(program, program.layout.prompt, Navy,
                                       {{HoldAndDraw, Yellow, DT_CENTER}}, 15));
     }
