@@ -28,7 +28,7 @@ Pauses PausesOf(std::size_t count, Work work) {
 
 bool CountsOn(std::size_t coins) {
     const std::size_t before = PausesAsked().size();
-    return Eventually([&] { return PausesAsked().size() >= before + coins; }, 2000);
+    return Eventually([&] { return PausesAsked().size() >= before + coins; });
 }
 
 bool StandsStill() {
@@ -113,7 +113,8 @@ class Watcher {
     }
 };
 
-// The cards go through these steps in order; a look may miss some, but not nearly all.
+// The cards go through these steps in order; a busy machine misses some, but not all between the
+// first and the last.
 void ExpectSteps(const std::vector<Scene>& scenes, const std::vector<int>& steps) {
     std::size_t at = 0;
     std::size_t seen = 0;
@@ -127,7 +128,7 @@ void ExpectSteps(const std::vector<Scene>& scenes, const std::vector<int>& steps
         at = static_cast<std::size_t>(found - steps.begin()) + 1;
         ++seen;
     }
-    EXPECT_GE(seen, 4U) << "the cards were not seen to move one by one";
+    EXPECT_GE(seen, 3U) << "the cards were not seen to move one by one";
 }
 
 constexpr std::uint32_t LongPayout = 3000;
