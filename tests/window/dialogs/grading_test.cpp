@@ -90,13 +90,14 @@ TEST_F(Grading, ShowsAMinorErrorInWhiteAndTheDialogsOwnFont) {
     OpenHandCosting(0, 0.02);
     const HWND question = DrawAndBeAsked();
     ExpectQuestion(question, BestReturn(), ReturnOf(held));
-    const Picture error = GrabField(question, GradingError, Black, White);
-    const Picture cost = GrabField(question, GradingCost, White, Black);
+    GrabField(question, GradingError, Black, White);
+    GrabField(question, GradingCost, White, Black);
     const HFONT dialogFont = MakeDialogFont();
     const HFONT displayFont = MakeDisplayFont();
-    EXPECT_EQ(SizeOf(InkBox(error, Black)), SizeOf(InkBoxOf(L"Minor Error!", dialogFont)));
-    EXPECT_EQ(SizeOf(InkBox(cost, White)),
-              SizeOf(InkBoxOf(FieldText(question, GradingCost), displayFont)));
+    EXPECT_TRUE(ShowsInkOfSize(question, GradingError, Black,
+                               SizeOf(InkBoxOf(L"Minor Error!", dialogFont))));
+    EXPECT_TRUE(ShowsInkOfSize(question, GradingCost, White,
+                               SizeOf(InkBoxOf(FieldText(question, GradingCost), displayFont))));
     DeleteObject(dialogFont);
     DeleteObject(displayFont);
     EXPECT_TRUE(LooksAsKept(program, question, L"question-minor"));
@@ -108,10 +109,11 @@ TEST_F(Grading, ShowsAModerateErrorInRedAndTheDisplayFont) {
     OpenHandCosting(0.02, 0.1);
     const HWND question = DrawAndBeAsked();
     ExpectQuestion(question, BestReturn(), ReturnOf(held));
-    const Picture error = GrabField(question, GradingError, Black, Red);
+    GrabField(question, GradingError, Black, Red);
     GrabField(question, GradingCost, White, 0x800000);
     const HFONT displayFont = MakeDisplayFont();
-    EXPECT_EQ(SizeOf(InkBox(error, Black)), SizeOf(InkBoxOf(L"Moderate Error!", displayFont)));
+    EXPECT_TRUE(ShowsInkOfSize(question, GradingError, Black,
+                               SizeOf(InkBoxOf(L"Moderate Error!", displayFont))));
     DeleteObject(displayFont);
     EXPECT_TRUE(LooksAsKept(program, question, L"question-moderate"));
     AnswerYes(question);
@@ -122,9 +124,10 @@ TEST_F(Grading, ShowsAMajorErrorInRedAndTheDisplayFont) {
     OpenHandCosting(0.1, Any);
     const HWND question = DrawAndBeAsked();
     ExpectQuestion(question, BestReturn(), ReturnOf(held));
-    const Picture error = GrabField(question, GradingError, Black, Red);
+    GrabField(question, GradingError, Black, Red);
     const HFONT displayFont = MakeDisplayFont();
-    EXPECT_EQ(SizeOf(InkBox(error, Black)), SizeOf(InkBoxOf(L"Major Error!!!", displayFont)));
+    EXPECT_TRUE(ShowsInkOfSize(question, GradingError, Black,
+                               SizeOf(InkBoxOf(L"Major Error!!!", displayFont))));
     DeleteObject(displayFont);
     EXPECT_TRUE(LooksAsKept(program, question, L"question-major"));
     AnswerYes(question);

@@ -336,6 +336,11 @@ Picture GrabField(HWND dialog, int id, std::uint32_t ground, std::uint32_t ink) 
     return field;
 }
 
+bool ShowsInkOfSize(HWND dialog, int id, std::uint32_t ground, std::pair<LONG, LONG> size) {
+    return Eventually(
+        [&] { return SizeOf(InkBox(GrabWindow(GetDlgItem(dialog, id)), ground)) == size; });
+}
+
 int CountPixels(const Picture& picture, std::uint32_t colour) {
     return static_cast<int>(std::count(picture.pixels.begin(), picture.pixels.end(), colour));
 }

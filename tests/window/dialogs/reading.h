@@ -78,6 +78,9 @@ Picture GrabPart(HWND window, const RECT& part);
 // what lies between the two at the edges of smoothed letters; fails if it does not come to that.
 Picture GrabField(HWND dialog, int id, std::uint32_t ground, std::uint32_t ink);
 
+// Whether the field comes to show an ink box of this width and height on the ground.
+bool ShowsInkOfSize(HWND dialog, int id, std::uint32_t ground, std::pair<LONG, LONG> size);
+
 int CountPixels(const Picture& picture, std::uint32_t colour);
 
 // The box around all pixels that are not of the ground's colour.
