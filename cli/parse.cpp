@@ -4,10 +4,11 @@
 #include <charconv>
 #include <cstring>
 
-const std::array<const char*, GameCount> gameNames = {
+constexpr std::array<const char*, GameCount> gameNames = {
     "jacks-or-better",       "deuces-wild",        "joker-wild",
     "double-double-jackpot", "double-bonus-poker", "double-double-bonus",
 };
+static_assert(gameNames.back() != nullptr, "a game has no name to type");
 
 namespace {
 
@@ -16,16 +17,24 @@ constexpr char JokerName[] = "Jo";
 constexpr std::string_view Blanks = " \t\r\n\v\f,";
 constexpr std::string_view Digits = "0123456789";
 constexpr std::size_t LongestQuote = 40;
+constexpr std::size_t LongestText = 120;
 
 constexpr char AcceptedCards[] =
     "a card is a rank of 23456789TJQKA and a suit of cdhs, or Jo for the joker, or a code 0..52";
 
+std::string Shorten(std::string_view text, std::size_t longest) {
+    std::string shown;
+    for (const char c : text.substr(0, longest)) {
+        shown.push_back(c >= ' ' && c <= '~' ? c : '?');
+    }
+    return shown + (text.size() > longest ? "..." : "");
+}
+
 std::string Quote(std::string_view text) {
     std::string quoted = "'";
-    for (const char c : text.substr(0, LongestQuote)) {
-        quoted.push_back(c >= ' ' && c <= '~' ? c : '?');
-    }
-    return quoted + (text.size() > LongestQuote ? "...'" : "'");
+    quoted += Shorten(text, LongestQuote);
+    quoted += '\'';
+    return quoted;
 }
 
 // Decimal digits and nothing else, no sign, within 32 bits.
@@ -120,6 +129,10 @@ bool AreDealable(const HandCodes& codes, const GameDescriptor& game, std::string
 
 } // namespace
 
+std::string PrintableText(std::string_view text) {
+    return Shorten(text, LongestText);
+}
+
 std::string CardName(Card card) {
     if (SuitOf(card) == JokerSuit) {
         return JokerName;
@@ -138,7 +151,8 @@ bool ParseGame(std::string_view text, std::int32_t& id, std::string& error) {
         id = static_cast<std::int32_t>(name - gameNames.begin());
         return true;
     }
-    error = "no game " + Quote(text) + ": a game is a number 0..5 or one of";
+    error = "no game " + Quote(text) + ": a game is a number 0.." + std::to_string(GameCount - 1) +
+            " or one of";
     for (const char* accepted : gameNames) {
         error += std::string(accepted == gameNames.front() ? " " : ", ") + accepted;
     }

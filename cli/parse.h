@@ -14,7 +14,7 @@
 
 using HandCodes = std::array<Card, HandSize>;
 
-// The names of the games as typed, by GameId.
+// The names of the games as typed, by GameId: lower case, no two the same, none a number.
 extern const std::array<const char*, GameCount> gameNames;
 
 // A number 0..5 or a name of gameNames.
@@ -32,6 +32,10 @@ bool ParsePayouts(std::string_view text, const GameDescriptor& game,
 // which must stand apart.
 bool ParseCards(std::string_view text, const GameDescriptor& game, HandCodes& cards,
                 std::string& error);
+
+// The text fit for a message: no more of it than a line holds, whatever is no printable ASCII
+// character as '?'.
+std::string PrintableText(std::string_view text);
 
 // A card as a player writes it: "Th", "Jo". Codes are 0..52.
 std::string CardName(Card card);

@@ -214,6 +214,7 @@ TEST(HandVerb, BadInputIsNamedAndNothingIsAnswered) {
     ExpectRefusal({"hand"}, {"GAME"});
     ExpectRefusal({}, {"verb", "hand, games and game"});
     ExpectRefusal({"deal"}, {"deal", "hand, games and game"});
+    ExpectRefusal({"--\x1b[31m\n--deal"}, {"--?[31m?--deal"});
     ExpectRefusal({"--deal"}, {"--deal", "hand, games and game"});
     ExpectRefusal({"games", "0"}, {"0"});
     ExpectRefusal({"hand", "0", "-", "--bet", "9"}, {"'9'", "1..5"});
