@@ -15,7 +15,7 @@
 
 namespace {
 
-// A full cycle takes a tenth of a second in the release build and a hundred times that in the
+// A full cycle takes a tenth of a second in the release build and twenty times that in the
 // instrumented ones, which count only those that reach code of their own.
 constexpr bool everyCycle = TESSARIN_EVERY_CYCLE;
 
