@@ -197,7 +197,7 @@ TEST(GameVerb, AllIsEveryGameInTurn) {
     const ProgramRun json = RunProgram({"game", "all", "--json"});
     EXPECT_EQ(json.status, 0);
     const Json games = Json::parse(json.out);
-    ASSERT_EQ(games.size(), 6U);
+    ASSERT_EQ(games.size(), static_cast<std::size_t>(GameCount));
     for (std::int32_t id = 0; id < GameCount; ++id) {
         const Json& answer = games[static_cast<std::size_t>(id)];
         EXPECT_EQ(answer.at("game"), id);
@@ -207,7 +207,8 @@ TEST(GameVerb, AllIsEveryGameInTurn) {
 
 TEST(GameVerb, BadInputIsNamedAndNothingIsAnswered) {
     ExpectRefusal({"game"}, {"GAME"});
-    ExpectRefusal({"game", "6"}, {"'6'", "0..5", "jacks-or-better", "all"});
+    const std::string none = std::to_string(GameCount);
+    ExpectRefusal({"game", none}, {"'" + none + "'", "0..", "jacks-or-better", "all"});
     ExpectRefusal({"game", "0", "--bet", "7"}, {"'7'", "1..5"});
     ExpectRefusal({"game", "all", "--bet", "7"}, {"'7'", "1..5"});
     ExpectRefusal({"game", "1", "--payouts", "1-2-3"}, {"3 payouts", "10"});

@@ -195,7 +195,8 @@ TEST(HandVerb, ColourOnATerminalOnly) {
 }
 
 TEST(HandVerb, BadInputIsNamedAndNothingIsAnswered) {
-    ExpectRefusal({"hand", "6", "Th Jh Qh Kh As"}, {"'6'", "0..5", "jacks-or-better"});
+    const std::string none = std::to_string(GameCount);
+    ExpectRefusal({"hand", none, "Th Jh Qh Kh As"}, {"'" + none + "'", "0..", "jacks-or-better"});
     ExpectRefusal({"hand", "poker", "Th Jh Qh Kh As"}, {"'poker'", "deuces-wild"});
     ExpectRefusal({"hand", "0", "Th Jh Qh Kh"}, {"4 cards", "five"});
     ExpectRefusal({"hand", "0", "Th", "Jh", "Qh", "Kh", "As", "2c"}, {"6 cards", "five"});
@@ -310,7 +311,11 @@ TEST(GamesVerb, ListsGamesRowsAndDefaultPayouts) {
     EXPECT_EQ(run.status, 0);
     for (std::int32_t id = 0; id < GameCount; ++id) {
         const TestGame game(id);
-        std::size_t at = run.out.find(gameNames[static_cast<std::size_t>(id)]);
+        std::string heading = std::to_string(id);
+        heading += "  ";
+        heading += gameNames[static_cast<std::size_t>(id)];
+        heading += "  (";
+        std::size_t at = run.out.find(heading);
         ASSERT_NE(at, std::string::npos);
         for (std::int32_t row = 0; row < game.game.rowCount; ++row) {
             const std::string name = NarrowText(game.game.rowNames[row]);

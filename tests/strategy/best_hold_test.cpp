@@ -76,8 +76,8 @@ template <std::int32_t id>
 std::int32_t RowOf(const Card* five) {
     return static_cast<std::int32_t>(EvaluateCodes(id, five));
 }
-constexpr CategoryOf rowOf[GameCount] = {RowOf<0>, RowOf<1>, RowOf<2>,
-                                         RowOf<3>, RowOf<4>, RowOf<5>};
+constexpr CategoryOf rowOf[] = {RowOf<0>, RowOf<1>, RowOf<2>, RowOf<3>, RowOf<4>, RowOf<5>};
+static_assert(std::size(rowOf) == GameCount);
 
 // Instrumented builds try fewer hands, as they prove fewer classes.
 constexpr int ThinOut(int hands) {
@@ -272,7 +272,7 @@ TEST(BestHold, LeavesAllButRecord31AloneForAnUnknownGame) {
     TestGame test(JacksOrBetter);
     const CardRecords hand = RecordsOf({8, 9, 10, 11, 25});
     const std::int32_t best = FindBestHold(hand.data(), test.game, 1);
-    for (const std::int32_t id : {-1, 6, 99}) {
+    for (const std::int32_t id : {-1, GameCount, 99}) {
         ResultTable expected = resultTable;
         expected[HoldAllIndex].counts.fill(0);
         test.game.id = static_cast<GameId>(id);

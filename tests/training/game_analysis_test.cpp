@@ -239,8 +239,9 @@ TEST(AnalysisColumns, AreTheDialogsSix) {
 }
 
 TEST(GameAnalysis, DefaultPaytablesReturnWhatIsPublished) {
-    const wchar_t* returns[GameCount] = {L"99.5439%",  L"100.7620%", L"100.6463%",
-                                         L"100.3472%", L"100.1725%", L"98.9808%"};
+    constexpr const wchar_t* returns[] = {L"99.5439%",  L"100.7620%", L"100.6463%",
+                                          L"100.3472%", L"100.1725%", L"98.9808%"};
+    static_assert(std::size(returns) == GameCount);
     for (std::int32_t id = 0; id < GameCount; ++id) {
         if (!everyCycle && id != JokerWild) {
             continue;

@@ -40,7 +40,8 @@ TEST(DetailColumns, RunFromTheLowestRowToTheTop) {
                                          L"3 o", L"Str", L"Flu", L"Ful", L"4 o", L"Str", L"Roy"}));
     EXPECT_EQ(Headers(DeucesWild).back(), L"ROY");
     EXPECT_EQ(Headers(DeucesWild)[4], L"3 O");
-    const std::size_t sizes[GameCount] = {13, 14, 15, 17, 15, 17};
+    constexpr std::size_t sizes[] = {13, 14, 15, 17, 15, 17};
+    static_assert(std::size(sizes) == GameCount);
     for (std::int32_t id = 0; id < GameCount; ++id) {
         EXPECT_EQ(Headers(id).size(), sizes[id]);
     }
