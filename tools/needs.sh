@@ -16,6 +16,11 @@
     testNeeds=(
         g++ clang libgtest-dev libgmock-dev libbenchmark-dev sox libasound2-plugins
     )
+    # The tests are configured with the fuzz targets.
+    fuzzNeeds=(
+        cmake ninja-build clang "libclang-rt-dev|libclang-rt-14-dev" libgtest-dev libgmock-dev
+        libcli11-dev nlohmann-json3-dev
+    )
 }
 
 # The packages among the arguments that are not installed, in `missing`.
