@@ -24,8 +24,8 @@ constexpr int CardBackHeight = 105;
 constexpr std::int32_t DeuceValue = 2;
 constexpr std::int32_t JackValue = 11;
 
-// Which positions of the hand show a face, while there are no pictures.
-std::array<bool, HandSize> facesToShow{};
+// Which positions of the hand show a face, also while there is no picture of it.
+std::array<bool, HandSize> faceUp{};
 
 // Cards are put together from the pictures of a whole scale, and reduced as a whole where the table
 // stands between two scales.
@@ -35,7 +35,11 @@ int ArtScale() {
 
 HBITMAP LoadPicture(int id) {
     const int scaled = id + PICTURE_SCALE_STEP * (ArtScale() - 1);
-    return LoadBitmapW(program.instance, MAKEINTRESOURCEW(scaled));
+    const HBITMAP picture = LoadBitmapW(program.instance, MAKEINTRESOURCEW(scaled));
+    if (picture == nullptr) {
+        DrawAgainLater();
+    }
+    return picture;
 }
 
 // Copies column and row of a picture's grid of cells to a place on the card.
@@ -77,7 +81,7 @@ void DrawFace(HDC dc, const CardRecord& card) {
 
 struct BlankCard {
     HDC dc;
-    HBITMAP bitmap;
+    HBITMAP bitmap; // null if it could not be made
     HGDIOBJ before;
 };
 
@@ -87,16 +91,24 @@ BlankCard BeginCard(int width, int height) {
     BlankCard card{};
     card.dc = CreateCompatibleDC(screen);
     card.bitmap = CreateCompatibleBitmap(screen, width, height);
-    card.before = SelectObject(card.dc, card.bitmap);
     ReleaseDC(program.window, screen);
+    if (card.dc == nullptr || card.bitmap == nullptr) {
+        DrawAgainLater();
+        DeleteObject(card.bitmap);
+        DeleteDC(card.dc);
+        return {};
+    }
+    card.before = SelectObject(card.dc, card.bitmap);
     const RECT whole = {0, 0, width, height};
     FillRect(card.dc, &whole, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
     return card;
 }
 
 HBITMAP FinishCard(BlankCard& card) {
-    SelectObject(card.dc, card.before);
-    DeleteDC(card.dc);
+    if (card.bitmap != nullptr) {
+        SelectObject(card.dc, card.before);
+        DeleteDC(card.dc);
+    }
     return card.bitmap;
 }
 
@@ -107,6 +119,13 @@ HBITMAP ReducedCard(HBITMAP picture, int width, int height) {
     DrawReduced(card.dc, target, picture, {0, 0, width, height});
     DeleteObject(picture);
     return FinishCard(card);
+}
+
+void DeleteFace(std::size_t position) {
+    if (program.faces[position] != nullptr) {
+        DeleteObject(program.faces[position]);
+        program.faces[position] = nullptr;
+    }
 }
 
 HBITMAP MakeCardBack() {
@@ -123,7 +142,7 @@ void LoadPictures() {
     program.wildDeuce = LoadPicture(IDB_WILD_DEUCE);
     program.cardBack = MakeCardBack();
     for (std::size_t position = 0; position < HandSize; ++position) {
-        if (facesToShow[position]) {
+        if (faceUp[position]) {
             ShowFace(position);
         }
     }
@@ -131,9 +150,8 @@ void LoadPictures() {
 
 void DeletePictures() {
     for (std::size_t position = 0; position < HandSize; ++position) {
-        facesToShow[position] = program.faces[position] != nullptr;
+        DeleteFace(position);
     }
-    ResetHandImages();
     for (HBITMAP* picture : {&program.largePips, &program.smallPips, &program.ranks,
                              &program.wildDeuce, &program.cardBack}) {
         DeleteObject(*picture);
@@ -162,15 +180,14 @@ void DrawSmallPip(HDC dc, int x, int y, int suit) {
 }
 
 void ShowFace(std::size_t position) {
-    ShowBack(position);
+    DeleteFace(position);
+    faceUp[position] = true;
     program.faces[position] = BuildCardImage(program.table.hand.cards[position]);
 }
 
 void ShowBack(std::size_t position) {
-    if (program.faces[position] != nullptr) {
-        DeleteObject(program.faces[position]);
-        program.faces[position] = nullptr;
-    }
+    DeleteFace(position);
+    faceUp[position] = false;
 }
 
 void ResetHandImages() {

@@ -17,7 +17,7 @@ void LoadPictures();
 void DeletePictures();
 
 // A new bitmap showing the card, CardImageWidth x CardImageHeight design pixels at the current
-// scale; the caller deletes it.
+// scale; the caller deletes it. Null if the system has no objects left for it.
 HBITMAP BuildCardImage(const CardRecord& card);
 
 // Draws a suit's small pip with its top left corner at (x, y), in pixels.

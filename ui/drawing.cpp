@@ -1,7 +1,28 @@
 #include "ui/drawing.h"
 
+#include <atomic>
 #include <cstddef>
 #include <cwchar>
+
+#include "ui/program.h"
+
+namespace {
+
+std::atomic<bool> drawingAgainAsked{false};
+
+} // namespace
+
+// Before there is a window there is nobody to ask; it makes what is missing when it comes.
+void DrawAgainLater() {
+    if (program.window != nullptr && !drawingAgainAsked.exchange(true) &&
+        !PostMessageW(program.window, WM_DRAW_AGAIN, 0, 0)) {
+        drawingAgainAsked = false;
+    }
+}
+
+void BeginDrawingAgain() {
+    drawingAgainAsked = false;
+}
 
 RECT RectOf(const Area& area) {
     return {area.left, area.top, area.right, area.bottom};
@@ -13,12 +34,21 @@ OffScreen BeginOffScreen(HDC target, const Area& area) {
     screen.area = area;
     screen.dc = CreateCompatibleDC(target);
     screen.bitmap = CreateCompatibleBitmap(target, Width(area), Height(area));
+    if (screen.dc == nullptr || screen.bitmap == nullptr) {
+        DeleteObject(screen.bitmap);
+        DeleteDC(screen.dc);
+        screen.dc = target;
+        return screen;
+    }
     screen.before = SelectObject(screen.dc, screen.bitmap);
     SetViewportOrgEx(screen.dc, -area.left, -area.top, nullptr);
     return screen;
 }
 
 void EndOffScreen(OffScreen& screen) {
+    if (screen.dc == screen.target) {
+        return;
+    }
     const Area& area = screen.area;
     BitBlt(screen.target, area.left, area.top, Width(area), Height(area), screen.dc, area.left,
            area.top, SRCCOPY);
@@ -70,6 +100,10 @@ HFONT SelectNarrowed(HDC dc, const Piece (&pieces)[count], int available) {
     do {
         description.lfWidth = width--;
         const HFONT narrower = CreateFontIndirectW(&description);
+        if (narrower == nullptr) {
+            DrawAgainLater();
+            break;
+        }
         SelectObject(dc, narrower);
         DeleteObject(narrowed);
         narrowed = narrower;
@@ -111,7 +145,12 @@ void DrawFittedPair(HDC dc, const wchar_t* label, const wchar_t* number, const A
 void CopyPicture(HDC dc, int x, int y, int width, int height, HBITMAP source, int sourceX,
                  int sourceY) {
     const HDC memory = CreateCompatibleDC(dc);
-    const HGDIOBJ before = SelectObject(memory, source);
+    const HGDIOBJ before = memory != nullptr ? SelectObject(memory, source) : nullptr;
+    if (before == nullptr) {
+        DrawAgainLater();
+        DeleteDC(memory);
+        return;
+    }
     BitBlt(dc, x, y, width, height, memory, sourceX, sourceY, SRCCOPY);
     SelectObject(memory, before);
     DeleteDC(memory);

@@ -9,6 +9,7 @@
 #include "ui/card_images.h"
 #include "ui/check_play.h"
 #include "ui/commands.h"
+#include "ui/drawing.h"
 #include "ui/game_analysis_dialog.h"
 #include "ui/hand_play.h"
 #include "ui/program.h"
@@ -23,7 +24,11 @@ HFONT MakeBoldFont(int pixels) {
     font.lfHeight = pixels;
     font.lfWeight = FW_BOLD;
     font.lfPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
-    return CreateFontIndirectW(&font);
+    const HFONT made = CreateFontIndirectW(&font);
+    if (made == nullptr) {
+        DrawAgainLater();
+    }
+    return made;
 }
 
 namespace {
@@ -31,6 +36,9 @@ namespace {
 constexpr int NameSize = 80;
 
 Placement placement; // of the table in the client area
+
+constexpr UINT_PTR DrawingAgainTimer = 1;
+bool drawingAgainPlanned = false;
 
 struct Control {
     int id;
@@ -73,11 +81,21 @@ void AddControls() {
     SetDlgItemTextW(program.window, IDC_STATUS, program.table.game.title);
 }
 
+void MakeBrush(HBRUSH& brush, COLORREF colour) {
+    if (brush == nullptr) {
+        brush = CreateSolidBrush(colour);
+    }
+    if (brush == nullptr) {
+        DrawAgainLater();
+    }
+}
+
+// Those that are missing.
 void MakeBrushes() {
-    program.darkNavy = CreateSolidBrush(DarkNavy);
-    program.navy = CreateSolidBrush(Navy);
-    program.yellow = CreateSolidBrush(Yellow);
-    program.darkRed = CreateSolidBrush(DarkRed);
+    MakeBrush(program.darkNavy, DarkNavy);
+    MakeBrush(program.navy, Navy);
+    MakeBrush(program.yellow, Yellow);
+    MakeBrush(program.darkRed, DarkRed);
 }
 
 void DeleteBrushes() {
@@ -93,21 +111,38 @@ Placement PlacementInClient() {
     return FitTable(client.right, client.bottom);
 }
 
+void MakeFont(HFONT& font, int designPixels) {
+    if (font == nullptr) {
+        font = MakeBoldFont(Scaled(designPixels));
+    }
+}
+
+// Pen and fonts, where they are missing.
+void MakePenAndFonts() {
+    if (program.yellowPen == nullptr) {
+        program.yellowPen = CreatePen(PS_SOLID, Scaled(1), Yellow);
+    }
+    if (program.yellowPen == nullptr) {
+        DrawAgainLater();
+    }
+    MakeFont(program.heldFont, 16);
+    MakeFont(program.paidFont, 13);
+    MakeFont(program.statusFont, 12);
+    MakeFont(program.panelFont, 15);
+}
+
 // Everything that is of the table's size.
 void MakeTableObjects() {
     placement = PlacementInClient();
     program.layout = ComputeLayout(placement);
-    program.yellowPen = CreatePen(PS_SOLID, Scaled(1), Yellow);
-    program.heldFont = MakeBoldFont(Scaled(16));
-    program.paidFont = MakeBoldFont(Scaled(13));
-    program.statusFont = MakeBoldFont(Scaled(12));
-    program.panelFont = MakeBoldFont(Scaled(15));
+    MakePenAndFonts();
     LoadPictures();
 }
 
 void DeleteTableObjects() {
     DeletePictures();
     DeleteObject(program.yellowPen);
+    program.yellowPen = nullptr;
     for (HFONT* font :
          {&program.heldFont, &program.paidFont, &program.statusFont, &program.panelFont}) {
         DeleteObject(*font);
@@ -127,6 +162,43 @@ void ResizeTable() {
     InvalidateRect(program.window, nullptr, FALSE);
 }
 
+// Asked again and again, the timer keeps its first time.
+void PlanDrawingAgain() {
+    constexpr UINT moment = 250; // milliseconds
+    if (!drawingAgainPlanned) {
+        drawingAgainPlanned = SetTimer(program.window, DrawingAgainTimer, moment, nullptr) != 0;
+    }
+    if (!drawingAgainPlanned) {
+        BeginDrawingAgain();
+    }
+}
+
+void InvalidateWithControls(HWND window) {
+    InvalidateRect(window, nullptr, TRUE);
+    for (HWND control = GetWindow(window, GW_CHILD); control != nullptr;
+         control = GetWindow(control, GW_HWNDNEXT)) {
+        InvalidateRect(control, nullptr, TRUE);
+    }
+}
+
+// What is missing is made; pictures are all made anew, since one that is there may lack a part.
+// Dialogs draw with the table's objects too.
+void DrawAgain() {
+    KillTimer(program.window, DrawingAgainTimer);
+    drawingAgainPlanned = false;
+    BeginDrawingAgain();
+    FinishCountUp();
+    MakeBrushes();
+    MakePenAndFonts();
+    DeletePictures();
+    LoadPictures();
+    PlaceControls();
+    HWND window = ShellDialogOwner(program.window);
+    for (; window != nullptr; window = GetWindow(window, GW_OWNER)) {
+        InvalidateWithControls(window);
+    }
+}
+
 void InitCommonControlClasses() {
     INITCOMMONCONTROLSEX classes = {};
     classes.dwSize = sizeof classes;
@@ -139,6 +211,7 @@ void StartUp() {
     InitCommonControlClasses();
     CreateGameLock();
     OpenTable(program.table);
+    MakeBrushes();
     MakeTableObjects();
     AddControls();
 }
@@ -158,6 +231,9 @@ void ShutDown() {
 void Paint() {
     PAINTSTRUCT paint;
     const HDC dc = BeginPaint(program.window, &paint);
+    if (dc == nullptr) {
+        DrawAgainLater();
+    }
     PaintTable(dc, paint.rcPaint);
     EndPaint(program.window, &paint);
 }
@@ -202,6 +278,12 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
         if (wParam != SIZE_MINIMIZED) {
             ResizeTable();
         }
+        return 0;
+    case WM_DRAW_AGAIN:
+        PlanDrawingAgain();
+        return 0;
+    case WM_TIMER:
+        DrawAgain();
         return 0;
     case WM_SETFOCUS:
         ShellHideInputPanelButton(window);

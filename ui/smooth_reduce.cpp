@@ -12,7 +12,7 @@ struct PixelBitmap {
     HDC dc;
     HBITMAP bitmap;
     HGDIOBJ before;
-    std::uint32_t* pixels; // null if it could not be made
+    std::uint32_t* pixels; // null if the bitmap or its device context could not be made
     int width;
     int height;
 };
@@ -28,15 +28,16 @@ PixelBitmap MakePixelBitmap(HDC like, int width, int height) {
     void* pixels = nullptr;
     const HBITMAP bitmap = CreateDIBSection(like, &info, DIB_RGB_COLORS, &pixels, nullptr, 0);
     const HDC dc = CreateCompatibleDC(like);
-    const HGDIOBJ before = bitmap != nullptr ? SelectObject(dc, bitmap) : nullptr;
-    return {dc, bitmap, before, static_cast<std::uint32_t*>(pixels), width, height};
+    const HGDIOBJ before = dc != nullptr && bitmap != nullptr ? SelectObject(dc, bitmap) : nullptr;
+    auto* drawn = before != nullptr ? static_cast<std::uint32_t*>(pixels) : nullptr;
+    return {dc, bitmap, before, drawn, width, height};
 }
 
 void DeletePixelBitmap(PixelBitmap& bitmap) {
-    if (bitmap.bitmap != nullptr) {
+    if (bitmap.before != nullptr) {
         SelectObject(bitmap.dc, bitmap.before);
-        DeleteObject(bitmap.bitmap);
     }
+    DeleteObject(bitmap.bitmap);
     DeleteDC(bitmap.dc);
 }
 
@@ -94,6 +95,8 @@ void DrawReduced(HDC dc, const Area& target, HBITMAP picture, const Area& part) 
             }
         }
         BitBlt(dc, target.left, target.top, width, height, to.dc, 0, 0, SRCCOPY);
+    } else {
+        DrawAgainLater();
     }
     DeletePixelBitmap(to);
     DeletePixelBitmap(from);

@@ -32,6 +32,9 @@ bool Overlaps(const RECT& part, const Area& area) {
 void DrawCardOutline(HDC dc, const Area& card) {
     const int s = Scaled(1);
     const HPEN pen = CreatePen(PS_SOLID, s, Black);
+    if (pen == nullptr) {
+        DrawAgainLater();
+    }
     const HGDIOBJ penBefore = SelectObject(dc, pen);
     const HGDIOBJ brushBefore = SelectObject(dc, GetStockObject(WHITE_BRUSH));
     const int inset = s / 2;
@@ -162,10 +165,18 @@ void DrawCreditsPanel(HDC dc, std::int32_t paid, bool full) {
     SelectObject(dc, fontBefore);
 }
 
+HDC WindowDc() {
+    const HDC window = GetDC(program.window);
+    if (window == nullptr) {
+        DrawAgainLater();
+    }
+    return window;
+}
+
 // Draws one area off screen and shows it.
 template <typename Draw>
 void ShowArea(const Area& area, Draw draw) {
-    const HDC window = GetDC(program.window);
+    const HDC window = WindowDc();
     OffScreen screen = BeginOffScreen(window, area);
     draw(screen.dc);
     EndOffScreen(screen);
@@ -231,7 +242,7 @@ void ShowPaytableRow(HandRank row) {
 }
 
 void ShowCreditsPanel(std::int32_t paid, bool full) {
-    const HDC window = GetDC(program.window);
+    const HDC window = WindowDc();
     const Area parts[] = {program.layout.credits, program.layout.paid, program.layout.coinsIn,
                           program.layout.prompt};
     const std::size_t shown = full ? 4 : 2;
