@@ -1,5 +1,6 @@
 #include "training/session_stats.h"
 
+#include <cmath>
 #include <iterator>
 #include <utility>
 
@@ -33,6 +34,12 @@ constexpr StoredReturn storedReturns[] = {
 };
 
 static_assert(std::size(storedCounts) + std::size(storedReturns) == 8);
+
+// No hand would ever move a sum that is infinite or not a number.
+double ReadReturn(const wchar_t* name) {
+    const double stored = ReadDouble(SettingsRoot::CurrentUser, SettingsKey, name, 0.0);
+    return std::isfinite(stored) ? stored : 0.0;
+}
 
 std::int32_t AllErrors(const SessionStats& stats) {
     return WrapAdd(WrapAdd(stats.minorErrors, stats.moderateErrors), stats.majorErrors);
@@ -103,7 +110,7 @@ SessionStats LoadSessionStats() {
         stats.*stored.field = ReadInteger(SettingsRoot::CurrentUser, SettingsKey, stored.name, 0);
     }
     for (const StoredReturn& stored : storedReturns) {
-        stats.*stored.field = ReadDouble(SettingsRoot::CurrentUser, SettingsKey, stored.name, 0.0);
+        stats.*stored.field = ReadReturn(stored.name);
     }
     return stats;
 }

@@ -22,7 +22,7 @@ struct SessionStats {
     double yourReturn;           // and of the return of the hold that was chosen
 };
 
-// The stored totals, 0 for each that is missing or damaged.
+// The stored totals, 0 for each that is missing or damaged, as a return is that is not finite.
 SessionStats LoadSessionStats();
 
 // Writes all eight.

@@ -235,6 +235,16 @@ TEST_F(StoredStats, DamagedTotalsAreZero) {
     EXPECT_EQ(stats.coinsOut, 2);
 }
 
+TEST_F(StoredStats, ReturnsThatAreNotFiniteAreZero) {
+    using Limits = std::numeric_limits<double>;
+    for (const double odd : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()}) {
+        WriteDouble(SettingsRoot::CurrentUser, SettingsKey, L"Returns0", odd, 0);
+        WriteDouble(SettingsRoot::CurrentUser, SettingsKey, L"Returns1", Limits::max(), 0);
+        EXPECT_EQ(LoadSessionStats().bestReturn, 0.0) << odd;
+        EXPECT_EQ(LoadSessionStats().yourReturn, Limits::max());
+    }
+}
+
 TEST_F(StoredStats, AResetIsKeptInMemoryUntilStored) {
     SessionStats stats{1, 2, 3, 4, 5, 6, 7.0, 8.0};
     StoreSessionStats(stats);

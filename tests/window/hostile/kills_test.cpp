@@ -68,10 +68,7 @@ int ExpectPrefix(const StoredTree& before, StoredTree after, const std::wstring&
         rest[L""].erase(FoldedName(name));
         after[L""].erase(FoldedName(name));
     }
-    // Whether a key without values is there is all the same.
-    std::erase_if(rest, [](const auto& key) { return key.second.empty(); });
-    std::erase_if(after, [](const auto& key) { return key.second.empty(); });
-    EXPECT_EQ(after, rest) << "something else has changed";
+    EXPECT_EQ(DifferencesOf(rest, after), "") << "something else has changed";
     return stored;
 }
 

@@ -140,6 +140,24 @@ std::wstring PaytablePath(const GameDescriptor& game, bool fiveCoins) {
     return std::wstring(game.title) + (fiveCoins ? L"\\5" : L"\\1");
 }
 
+std::string DifferencesOf(const StoredTree& before, const StoredTree& after) {
+    std::string differences;
+    const auto compare = [&](const StoredTree& tree, const StoredTree& other, const char* which) {
+        for (const auto& [path, key] : tree) {
+            for (const auto& [name, value] : key) {
+                const StoredValue* found = FindValue(other, path, name);
+                if (found == nullptr || *found != value) {
+                    differences += std::string(which) + " " + Readable(path) + " " +
+                                   Readable(name) + ": " + Readable(value) + "\n";
+                }
+            }
+        }
+    };
+    compare(before, after, "before:");
+    compare(after, before, "after:");
+    return differences;
+}
+
 std::string Readable(const std::wstring& text) {
     std::string readable;
     for (const wchar_t letter : text.substr(0, 60)) {

@@ -51,6 +51,10 @@ inline constexpr const wchar_t* PlaceNames[] = {L"WindowLeft", L"WindowTop", L"W
 // The path of a game's paytable of one or five coins, and a row's name there.
 std::wstring PaytablePath(const GameDescriptor& game, bool fiveCoins);
 
+// What is in one tree and not, or not the same, in the other, keys without values left out; empty
+// if there is nothing.
+std::string DifferencesOf(const StoredTree& before, const StoredTree& after);
+
 // For messages of failure; what is not ASCII becomes a question mark.
 std::string Readable(const std::wstring& text);
 std::string Readable(const StoredValue& value);
