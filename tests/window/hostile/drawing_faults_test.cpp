@@ -167,9 +167,10 @@ TEST_F(DrawingFaults, AnyCallInPlay) {
     Companion companion;
     StartCompanion(companion, random());
     int reached = 0;
-    const int points = Repetitions("TESSARIN_FAULTS", 8);
+    const int points = Repetitions("TESSARIN_FAULTS", 6);
     for (int i = 0; i < points && !HasFatalFailure(); ++i) {
         const FaultPoint point = SomePoint(random);
+        TellProgress(i, points);
         SCOPED_TRACE(NameOf(point, i));
         PlanAt(faults, point);
         DoSomething(companion, random);
@@ -189,9 +190,10 @@ TEST_F(DrawingFaults, AnyCallAtTheStart) {
     SetSetting(L"Credits", 10000);
     Faults faults;
     int reached = 0;
-    const int points = Repetitions("TESSARIN_FAULTS", 4);
+    const int points = Repetitions("TESSARIN_FAULTS", 2);
     for (int i = 0; i < points && !HasFatalFailure(); ++i) {
         const FaultPoint point = SomePoint(random);
+        TellProgress(i, points);
         SCOPED_TRACE(NameOf(point, i));
         PlanAt(faults, point);
         Companion companion;

@@ -61,6 +61,14 @@ int Repetitions(const char* variable, int usual) {
     return asked != nullptr ? std::atoi(asked) : usual;
 }
 
+void TellProgress(int done, int all) {
+    constexpr int often = 50;
+    if (done > 0 && done % often == 0) {
+        std::printf("%d of %d\n", done, all);
+        std::fflush(stdout);
+    }
+}
+
 std::uint32_t HostileSeed(const char* what) {
     const char* asked = std::getenv("TESSARIN_HOSTILE_SEED");
     const std::uint32_t seed = asked != nullptr

@@ -34,6 +34,9 @@ RunningProgram StartFaulty(std::uint32_t seed);
 // How often to do what a long run does more often: the variable's number, or the usual one.
 int Repetitions(const char* variable, int usual);
 
+// In a long run, tells from time to time how far it is.
+void TellProgress(int done, int all);
+
 // Numbers for one test, from a seed that is printed; TESSARIN_HOSTILE_SEED repeats a run.
 std::uint32_t HostileSeed(const char* what);
 

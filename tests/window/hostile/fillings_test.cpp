@@ -181,11 +181,12 @@ void ExpectStored(Visit& visit) {
 // Every filling has a seed of its own, so that one can be repeated alone.
 TEST_F(Fillings, OfEveryKindAreStartedWithAndPlayedWith) {
     const std::uint32_t firstSeed = HostileSeed("fillings");
-    const int fillings = Repetitions("TESSARIN_FILLINGS", 12);
+    const int fillings = Repetitions("TESSARIN_FILLINGS", 6);
     int values = 0;
     int filled = 0;
     for (; filled < fillings && !HasFailure(); ++filled) {
         const std::uint32_t seed = firstSeed + static_cast<std::uint32_t>(filled);
+        TellProgress(filled, fillings);
         SCOPED_TRACE("TESSARIN_HOSTILE_SEED=" + std::to_string(seed) + " TESSARIN_FILLINGS=1");
         std::mt19937 random(seed);
         DeleteSettings();
