@@ -1,5 +1,6 @@
 #include <cstdio>
 
+#include "tests/window/dialogs/reading.h"
 #include "tests/window/hostile/companion.h"
 #include "tests/window/looks.h"
 #include "ui/resource.h"
@@ -207,6 +208,31 @@ TEST_F(DrawingFaults, AnyCallAtTheStart) {
         ExpectOwnValues(companion);
     }
     std::printf("%d faults at the start, %d of them met a call\n", points, reached);
+}
+
+// The dialog whose drawing is the program's own.
+TEST_F(DrawingFaults, AnOpenHandAnalysisIsDrawnAgain) {
+    Faults faults;
+    const RunningProgram program = StartFaulty(1);
+    HWND dialog = OpenDialogWith(program, IDM_HAND_ANALYSIS, IDC_FIRST_CARD);
+    Picture last;
+    ASSERT_TRUE(Eventually([&] {
+        Picture now = GrabWindow(dialog);
+        const bool still = now == last;
+        last = std::move(now);
+        Sleep(50);
+        return still;
+    }));
+    LeaveDialog(dialog, IDCANCEL);
+    faults.Plan(DrawingCalls, Refuse, 0, 1000000000);
+    dialog = OpenDialogWith(program, IDM_HAND_ANALYSIS, IDC_FIRST_CARD);
+    Sleep(100);
+    EXPECT_GT(faults.Refused(), 52) << "one for each card";
+    EXPECT_NE(GrabWindow(dialog), last) << "the pips cannot be drawn";
+    faults.End();
+    EXPECT_TRUE(Eventually([&] { return GrabWindow(dialog) == last; }));
+    LeaveDialog(dialog, IDCANCEL);
+    CloseProgram(program);
 }
 
 TEST_F(DrawingFaults, AProgramThatCanDrawNothingPlaysAndPays) {
