@@ -2,10 +2,9 @@
 
 #include <windows.h>
 
-#include <cwchar>
-
 #include "core/game_lock.h"
 #include "strategy/best_hold.h"
+#include "training/dialog_text.h"
 #include "ui/card_images.h"
 #include "ui/check_play.h"
 #include "ui/drawing.h"
@@ -240,12 +239,14 @@ void DealOrDraw() {
     }
 }
 
+void ShowBet() {
+    SetControlText(IDC_BET_ONE, FormatInteger(L"Bet %i", program.table.bet).c_str());
+}
+
 void RaiseBet() {
     HurryCountUp();
     BetOne(program.table);
-    wchar_t text[16];
-    std::swprintf(text, 16, L"Bet %i", program.table.bet);
-    SetControlText(IDC_BET_ONE, text);
+    ShowBet();
     InvalidateBet();
 }
 

@@ -11,6 +11,7 @@
 void DealOrDraw();
 
 void RaiseBet();
+void ShowBet(); // on its button
 void TurnHold(std::size_t position);
 void ChangeGame(std::int32_t id);
 

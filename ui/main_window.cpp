@@ -2,8 +2,6 @@
 
 #include <commctrl.h>
 
-#include <cwchar>
-
 #include "core/game_lock.h"
 #include "training/session_stats.h"
 #include "ui/card_images.h"
@@ -75,9 +73,7 @@ void AddControls() {
                         nullptr);
     }
     PlaceControls();
-    wchar_t text[16];
-    std::swprintf(text, 16, L"Bet %i", program.table.bet);
-    SetDlgItemTextW(program.window, IDC_BET_ONE, text);
+    ShowBet();
     SetDlgItemTextW(program.window, IDC_STATUS, program.table.game.title);
 }
 
