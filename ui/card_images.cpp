@@ -74,9 +74,8 @@ void DrawFace(HDC dc, const CardRecord& card) {
         CopyLoadedCell(dc, PicturePlace, PictureWidth, PictureHeight, IDB_PICTURES,
                        card.rankValue - JackValue);
     }
-    const int redRow = card.suit == 1 || card.suit == 2 ? 1 : 0;
     CopyCell(dc, GlyphPlace, GlyphSize, GlyphSize, program.ranks, card.rankValue - DeuceValue,
-             redRow);
+             IsRed(card.suit) ? 1 : 0);
 }
 
 struct BlankCard {

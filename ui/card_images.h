@@ -20,6 +20,11 @@ void DeletePictures();
 // scale; the caller deletes it. Null if the system has no objects left for it.
 HBITMAP BuildCardImage(const CardRecord& card);
 
+// Diamonds and hearts.
+constexpr bool IsRed(int suit) {
+    return suit == 1 || suit == 2;
+}
+
 // Draws a suit's small pip with its top left corner at (x, y), in pixels.
 void DrawSmallPip(HDC dc, int x, int y, int suit);
 

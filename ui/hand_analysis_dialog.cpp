@@ -227,11 +227,10 @@ void DrawCardText(HDC dc, const Area& area, Card card) {
         return;
     }
     const std::int32_t suit = SuitOf(card);
-    const bool red = suit == 1 || suit == 2;
     const int middle = (area.left + area.right) / 2;
     const wchar_t letter[] = {RankLetters[RankOf(card)], L'\0'};
-    DrawFittedText(dc, letter, {area.left, area.top, middle, area.bottom}, red ? DarkRed : Black,
-                   DT_CENTER);
+    DrawFittedText(dc, letter, {area.left, area.top, middle, area.bottom},
+                   IsRed(suit) ? DarkRed : Black, DT_CENTER);
     const int pip = Scaled(SmallPipSize);
     DrawSmallPip(dc, middle + (area.right - middle - pip) / 2, area.top + (Height(area) - pip) / 2,
                  suit);
