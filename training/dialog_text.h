@@ -10,7 +10,7 @@ using TextColour = std::uint32_t;
 
 inline constexpr TextColour ColourBlack = 0x00000000;
 inline constexpr TextColour ColourRed = 0x000000FF;
-inline constexpr TextColour ColourDarkRed = 0x00000080;
+inline constexpr TextColour ColourMaroon = 0x00000080;
 inline constexpr TextColour ColourGreen = 0x0000FF00;
 inline constexpr TextColour ColourDarkGreen = 0x00008000;
 inline constexpr TextColour ColourCyan = 0x00FFFF00;

@@ -59,7 +59,7 @@ GradingTexts DescribeGrade(const PlayGrade& grade) {
                 {GradingYourReturn, FormatReal(L"%1.4f", grade.yourReturn), ColourBlack,
                  TextGround::Dialog},
                 {GradingCost, FormatReal(L"Cost: %1.2f Coins", grade.cost),
-                 grave ? ColourDarkRed : ColourBlack, TextGround::White},
+                 grave ? ColourMaroon : ColourBlack, TextGround::White},
             }},
             grave};
 }

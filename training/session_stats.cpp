@@ -145,7 +145,7 @@ std::array<DialogText, StatsFieldCount> DescribeSessionStats(const SessionStats&
     const std::int32_t errors = AllErrors(stats);
     const bool won = net >= 0;
     return {{
-        {StatsResult, won ? L"YOU WIN:" : L"YOU LOST:", won ? ColourDarkGreen : ColourDarkRed,
+        {StatsResult, won ? L"YOU WIN:" : L"YOU LOST:", won ? ColourDarkGreen : ColourMaroon,
          TextGround::LightGrey},
         OnBlack(StatsNet, NetText(net), won ? ColourGreen : ColourRed),
         CountField(StatsHands, stats.hands, ColourWhite),
