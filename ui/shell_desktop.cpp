@@ -17,8 +17,14 @@ constexpr WORD FullScreenOrdinal = 65;
 constexpr DWORD ShowInputPanelButtonState = 4;
 constexpr DWORD HideInputPanelButtonState = 8;
 
+// What newer desktops know of windows on screens of different densities.
+using WindowDensityCall = UINT(WINAPI*)(HWND);
+using AdjustForDensityCall = BOOL(WINAPI*)(RECT*, DWORD, BOOL, DWORD, UINT);
+
 InitDialogCall initDialog = nullptr;
 FullScreenCall fullScreen = nullptr;
+WindowDensityCall windowDensity = nullptr;
+AdjustForDensityCall adjustForDensity = nullptr;
 
 template <typename Call>
 Call CallByOrdinal(HMODULE library, WORD ordinal) {
@@ -39,11 +45,27 @@ MONITORINFO ScreenOf(HWND window) {
     return info;
 }
 
-// What a window's frame adds to its client area.
-SIZE BorderSize() {
+template <typename Call>
+Call CallByName(const wchar_t* library, const char* name) {
+    return reinterpret_cast<Call>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(library), name)));
+}
+
+// What a frame of the style adds to a client area, on the screen where the window is; without a
+// window, on the one that the system is set up for.
+SIZE BorderSize(HWND window, DWORD style, DWORD extendedStyle) {
     RECT frame = {0, 0, 0, 0};
-    AdjustWindowRectEx(&frame, WindowStyle, FALSE, 0);
+    if (window != nullptr && windowDensity != nullptr && adjustForDensity != nullptr) {
+        adjustForDensity(&frame, style, FALSE, extendedStyle, windowDensity(window));
+    } else {
+        AdjustWindowRectEx(&frame, style, FALSE, extendedStyle);
+    }
     return {frame.right - frame.left, frame.bottom - frame.top};
+}
+
+SIZE BorderOf(HWND window) {
+    return BorderSize(window, static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE)),
+                      static_cast<DWORD>(GetWindowLongW(window, GWL_EXSTYLE)));
 }
 
 LONG ReadPlaceValue(const wchar_t* name) {
@@ -97,6 +119,8 @@ void ShellStart() {
         initDialog = CallByOrdinal<InitDialogCall>(library, InitDialogOrdinal);
         fullScreen = CallByOrdinal<FullScreenCall>(library, FullScreenOrdinal);
     }
+    windowDensity = CallByName<WindowDensityCall>(L"user32", "GetDpiForWindow");
+    adjustForDensity = CallByName<AdjustForDensityCall>(L"user32", "AdjustWindowRectExForDpi");
 }
 
 ShellWindowFrame ShellMainWindowFrame() {
@@ -106,7 +130,7 @@ ShellWindowFrame ShellMainWindowFrame() {
     }
     RECT work = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
-    const SIZE border = BorderSize();
+    const SIZE border = BorderSize(nullptr, WindowStyle, 0);
     const int scale = StartingScale(work.right - work.left, work.bottom - work.top,
                                     static_cast<int>(border.cx), static_cast<int>(border.cy));
     frame.width = DesignWidth * scale + static_cast<int>(border.cx);
@@ -159,7 +183,7 @@ bool ShellHandle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return true;
     case WM_GETMINMAXINFO: {
-        const SIZE border = BorderSize();
+        const SIZE border = BorderSize(window, WindowStyle, 0);
         POINT& least = reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize;
         least = {DesignWidth + border.cx, DesignHeight + border.cy};
         return true;
@@ -202,13 +226,11 @@ void ShellFillScreen(HWND dialog) {
 void ShellCoverMainWindow(HWND dialog, HWND mainWindow, int clientWidth, int clientHeight) {
     RECT cover;
     GetWindowRect(mainWindow, &cover);
-    RECT frame = {0, 0, clientWidth, clientHeight};
-    AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongW(dialog, GWL_STYLE)), FALSE,
-                       static_cast<DWORD>(GetWindowLongW(dialog, GWL_EXSTYLE)));
+    const SIZE border = BorderOf(dialog);
     const int width = cover.right - cover.left;
     const int height = cover.bottom - cover.top;
-    const int neededWidth = frame.right - frame.left;
-    const int neededHeight = frame.bottom - frame.top;
+    const int neededWidth = clientWidth + static_cast<int>(border.cx);
+    const int neededHeight = clientHeight + static_cast<int>(border.cy);
     PlaceOnScreen(dialog, mainWindow, cover.left, cover.top,
                   neededWidth > width ? neededWidth : width,
                   neededHeight > height ? neededHeight : height);
