@@ -30,10 +30,13 @@ std::size_t pickedCount = 0; // of the composition in work, 0..4
 Hand scratchHand;
 bool everComposed = false;
 
+HFONT buttonFont = nullptr; // of the open dialog
+
 constexpr int GridColumns = 7;
 constexpr int GridRows = 8;
 constexpr int SlotHeight = 38;
 constexpr int GridTop = 40;
+constexpr int FocusMark = 4; // pixels that a button wants beside its text
 constexpr int SuitGap = 2;
 constexpr int SuitGaps = SuitGap * (SuitCount - 1);
 constexpr COLORREF LightGrey = RGB(192, 192, 192);
@@ -81,12 +84,19 @@ void KeepUnfinishedPicks() {
     }
 }
 
-void AddButton(HWND dialog, int id, const wchar_t* text, DWORD style, int x, int y, int width,
-               int height) {
-    const HWND button = CreateWindowExW(
-        0, L"button", text, WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, x, y, width, height, dialog,
-        reinterpret_cast<HMENU>(std::intptr_t{id}), program.instance, nullptr);
-    SendMessageW(button, WM_SETFONT, reinterpret_cast<WPARAM>(program.statusFont), FALSE);
+void AddButton(HWND dialog, int id, const wchar_t* text, DWORD style) {
+    CreateWindowExW(0, L"button", text, WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 0, 0, 0, 0,
+                    dialog, reinterpret_cast<HMENU>(std::intptr_t{id}), program.instance, nullptr);
+}
+
+void AddButtons(HWND dialog) {
+    for (int i = 0; i < static_cast<int>(HandSize); ++i) {
+        AddButton(dialog, IDC_FIRST_SLOT + i, L"", BS_OWNERDRAW);
+    }
+    for (Card card = 0; card < program.table.game.deckSize; ++card) {
+        AddButton(dialog, IDC_FIRST_CARD + card, L"", BS_OWNERDRAW);
+    }
+    AddButton(dialog, IDC_INFO, L"Info", 0);
 }
 
 // Even rows hold seven cards and odd ones six, so that each suit takes two rows; a small gap parts
@@ -106,25 +116,52 @@ Grid GridOf(const RECT& client) {
             (static_cast<int>(client.bottom) - Scaled(GridTop + SuitGaps)) / GridRows};
 }
 
-void AddCardButton(HWND dialog, const Grid& grid, Card card, int row, int column) {
-    AddButton(dialog, IDC_FIRST_CARD + card, L"", BS_OWNERDRAW, grid.Left(column), grid.Top(row),
-              grid.columnWidth, grid.rowHeight);
+void PlaceInGrid(HWND control, const Grid& grid, int column, int top) {
+    MoveWindow(control, grid.Left(column), top, grid.columnWidth, grid.rowHeight, TRUE);
 }
 
-void AddCards(HWND dialog, const Grid& grid) {
-    Card card = 0;
-    for (int row = 0; row < GridRows; ++row) {
-        const int cards = row % 2 == 0 ? GridColumns : GridColumns - 1;
-        for (int column = 0; column < cards; ++column) {
-            AddCardButton(dialog, grid, card++, row, column);
-        }
-    }
-    if (program.table.game.deckSize > StandardDeckSize) {
-        AddCardButton(dialog, grid, JokerCard, 1, GridColumns - 1);
+// The joker stands in the gap at the end of the first odd row.
+void PlaceCards(HWND dialog, const Grid& grid) {
+    for (Card card = 0; card < program.table.game.deckSize; ++card) {
+        const bool joker = card == JokerCard;
+        const int rank = joker ? 2 * GridColumns - 1 : RankOf(card);
+        const int row = 2 * (joker ? 0 : SuitOf(card)) + rank / GridColumns;
+        PlaceInGrid(CardButton(dialog, card), grid, rank % GridColumns, grid.Top(row));
     }
 }
 
-void Open(HWND dialog) {
+int WidthIn(HDC dc, HFONT font, const wchar_t* text) {
+    const HGDIOBJ before = SelectObject(dc, font);
+    RECT box = {};
+    DrawTextW(dc, text, -1, &box, DT_SINGLELINE | DT_CALCRECT);
+    SelectObject(dc, before);
+    return static_cast<int>(box.right);
+}
+
+// As large as the status line's font, unless the mark of the focus would crowd the longer text of
+// the two buttons.
+void MakeButtonFont(HWND dialog, int width) {
+    const HDC dc = GetDC(dialog);
+    int height = Scaled(12);
+    buttonFont = MakeBoldFont(height);
+    while (WidthIn(dc, buttonFont, L"Close") > width - 2 * FocusMark && height > Scaled(9)) {
+        DeleteObject(buttonFont);
+        buttonFont = MakeBoldFont(--height);
+    }
+    ReleaseDC(dialog, dc);
+}
+
+void PlaceButtons(HWND dialog, const Grid& grid) {
+    MakeButtonFont(dialog, grid.columnWidth);
+    for (const int id : {IDC_INFO, IDCANCEL}) {
+        SendDlgItemMessageW(dialog, id, WM_SETFONT, reinterpret_cast<WPARAM>(buttonFont), TRUE);
+    }
+    PlaceInGrid(GetDlgItem(dialog, IDCANCEL), grid, GridColumns - 1, grid.Top(GridRows - 1));
+    PlaceInGrid(GetDlgItem(dialog, IDC_INFO), grid, GridColumns - 1,
+                5 * (grid.rowHeight + Scaled(8)) + Scaled(6));
+}
+
+void LayOut(HWND dialog) {
     // The rows are an eighth of the main window's height below the slots; the gaps come on top.
     RECT window;
     GetWindowRect(program.window, &window);
@@ -132,22 +169,26 @@ void Open(HWND dialog) {
                          static_cast<int>(window.bottom - window.top) + Scaled(SuitGaps));
     RECT client;
     GetClientRect(dialog, &client);
-    KeepUnfinishedPicks();
     const int slotWidth = static_cast<int>(client.right) / static_cast<int>(HandSize);
     for (int i = 0; i < static_cast<int>(HandSize); ++i) {
-        AddButton(dialog, IDC_FIRST_SLOT + i, L"", BS_OWNERDRAW, i * slotWidth, Scaled(1),
-                  slotWidth, Scaled(SlotHeight));
+        MoveWindow(GetDlgItem(dialog, IDC_FIRST_SLOT + i), i * slotWidth, Scaled(1), slotWidth,
+                   Scaled(SlotHeight), TRUE);
     }
+    const HFONT before = buttonFont;
     const Grid grid = GridOf(client);
-    AddCards(dialog, grid);
+    PlaceCards(dialog, grid);
+    PlaceButtons(dialog, grid);
+    DeleteObject(before);
+    InvalidateRect(dialog, nullptr, TRUE);
+}
+
+void Open(HWND dialog) {
+    KeepUnfinishedPicks();
+    AddButtons(dialog);
+    LayOut(dialog);
     for (std::size_t i = 0; i < pickedCount; ++i) {
         EnableWindow(CardButton(dialog, slots[i].card), FALSE);
     }
-    const HWND cancel = GetDlgItem(dialog, IDCANCEL);
-    SendMessageW(cancel, WM_SETFONT, reinterpret_cast<WPARAM>(program.statusFont), FALSE);
-    MoveWindow(cancel, grid.Left(6), grid.Top(7), grid.columnWidth, grid.rowHeight, TRUE);
-    AddButton(dialog, IDC_INFO, L"Info", 0, grid.Left(6),
-              5 * (grid.rowHeight + Scaled(8)) + Scaled(6), grid.columnWidth, grid.rowHeight);
 }
 
 // The five picked cards become the scratch hand, and its best hold is marked.
@@ -285,9 +326,13 @@ void DrawButton(const DRAWITEMSTRUCT& item) {
 }
 
 INT_PTR CALLBACK HandAnalysisProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    ShellWatchDensity(dialog, message);
     switch (message) {
     case WM_INITDIALOG:
         Open(dialog);
+        return TRUE;
+    case LayOutMessage:
+        LayOut(dialog);
         return TRUE;
     case WM_DRAWITEM: {
         const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
@@ -317,4 +362,6 @@ INT_PTR CALLBACK HandAnalysisProc(HWND dialog, UINT message, WPARAM wParam, LPAR
 void ShowHandAnalysis() {
     DialogBoxParamW(program.instance, MAKEINTRESOURCEW(IDD_HAND_ANALYSIS), program.window,
                     HandAnalysisProc, 0);
+    DeleteObject(buttonFont);
+    buttonFont = nullptr;
 }

@@ -156,6 +156,7 @@ void ResizeTable() {
     MakeTableObjects();
     PlaceControls();
     InvalidateRect(program.window, nullptr, FALSE);
+    ShellLayOutDialogs(program.window);
 }
 
 // Asked again and again, the timer keeps its first time.

@@ -85,23 +85,28 @@ void PutLast(HWND control) {
     SetWindowPos(control, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
-void AddControl(HWND dialog, const wchar_t* windowClass, const wchar_t* text, DWORD style, int id,
-                const RECT& place) {
+void AddControl(HWND dialog, const wchar_t* windowClass, const wchar_t* text, DWORD style, int id) {
     const HWND control = CreateWindowExW(
-        0, windowClass, text, WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, place.left, place.top,
-        place.right - place.left, place.bottom - place.top, dialog,
+        0, windowClass, text, WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 0, 0, 0, 0, dialog,
         reinterpret_cast<HMENU>(std::intptr_t{id}), program.instance, nullptr);
-    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(editorFont), FALSE);
     PutLast(control);
 }
 
-void AddFields(HWND dialog, int firstId, int left, int width, const std::int32_t* payouts) {
+void AddFields(HWND dialog, int firstId, const std::int32_t* payouts) {
     for (std::int32_t row = 0; row < Game().rowCount; ++row) {
-        const int top = RowTop(dialog, row);
-        const RECT place = {left, top, left + width, top + Pixels(dialog, RowHeight)};
         AddControl(dialog, L"edit", FormatInteger(L"%i", payouts[row]).c_str(),
-                   WS_BORDER | ES_AUTOHSCROLL, firstId + row, place);
+                   WS_BORDER | ES_AUTOHSCROLL, firstId + row);
     }
+}
+
+void AddControls(HWND dialog) {
+    AddFields(dialog, IDC_FIRST_ONE_COIN, Game().oneCoin);
+    AddFields(dialog, IDC_FIRST_FIVE_COINS, Game().fiveCoins);
+    AddControl(dialog, L"button", L"Defaults", 0, IDC_DEFAULTS);
+    AddControl(dialog, L"button", L"Cancel", 0, IDCANCEL);
+    const HWND ok = GetDlgItem(dialog, IDOK);
+    SetWindowTextW(ok, L"OK");
+    PutLast(ok);
 }
 
 // The dialog's own face, growing with the rows.
@@ -116,34 +121,52 @@ int NeededHeight(HWND dialog) {
     return Pixels(dialog, FirstRowTop + RowHeight * Game().rowCount + ButtonsAboveBottom + 1);
 }
 
-void AddControls(HWND dialog) {
+void PlaceControl(HWND dialog, int id, const RECT& place) {
+    const HWND control = GetDlgItem(dialog, id);
+    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(editorFont), FALSE);
+    MoveWindow(control, static_cast<int>(place.left), static_cast<int>(place.top),
+               static_cast<int>(place.right - place.left),
+               static_cast<int>(place.bottom - place.top), TRUE);
+}
+
+void PlaceFields(HWND dialog, int firstId, LONG left, LONG width) {
+    for (std::int32_t row = 0; row < Game().rowCount; ++row) {
+        const LONG top = RowTop(dialog, row);
+        PlaceControl(dialog, firstId + row,
+                     {left, top, left + width, top + Pixels(dialog, RowHeight)});
+    }
+}
+
+void PlaceControls(HWND dialog) {
     const Columns columns = ColumnsOf(dialog);
     const int one = Pixels(dialog, 1);
     const int width = columns.quarter - Pixels(dialog, 4);
-    AddFields(dialog, IDC_FIRST_ONE_COIN, columns.half + one, width, Game().oneCoin);
-    AddFields(dialog, IDC_FIRST_FIVE_COINS, columns.half + columns.quarter + one, width,
-              Game().fiveCoins);
+    PlaceFields(dialog, IDC_FIRST_ONE_COIN, columns.half + one, width);
+    PlaceFields(dialog, IDC_FIRST_FIVE_COINS, columns.half + columns.quarter + one, width);
 
     const LONG top = columns.bottom - Pixels(dialog, ButtonsAboveBottom);
     const LONG end = top + Pixels(dialog, ButtonHeight);
     const LONG third = columns.third;
-    AddControl(dialog, L"button", L"Defaults", 0, IDC_DEFAULTS, {0, top, third, end});
-    AddControl(dialog, L"button", L"Cancel", 0, IDCANCEL, {third, top, 2 * third, end});
-    const HWND ok = GetDlgItem(dialog, IDOK);
-    SetWindowTextW(ok, L"OK");
-    SendMessageW(ok, WM_SETFONT, reinterpret_cast<WPARAM>(editorFont), FALSE);
-    MoveWindow(ok, 2 * columns.third, static_cast<int>(top), columns.third,
-               static_cast<int>(end - top), TRUE);
-    PutLast(ok);
+    PlaceControl(dialog, IDC_DEFAULTS, {0, top, third, end});
+    PlaceControl(dialog, IDCANCEL, {third, top, 2 * third, end});
+    PlaceControl(dialog, IDOK, {2 * third, top, 3 * third, end});
+}
+
+void LayOut(HWND dialog) {
+    const HFONT before = editorFont;
+    ShellCoverMainWindow(dialog, program.window, Pixels(dialog, LeastWidth), NeededHeight(dialog));
+    MakeEditorFont(dialog);
+    PlaceControls(dialog);
+    DeleteObject(before);
+    InvalidateRect(dialog, nullptr, TRUE);
 }
 
 void Open(HWND dialog) {
     SetWindowTextW(dialog, L"Change Paytable");
     ShellFillScreen(dialog);
     ShellShowInputPanelButton(program.window);
-    ShellCoverMainWindow(dialog, program.window, Pixels(dialog, LeastWidth), NeededHeight(dialog));
-    MakeEditorFont(dialog);
     AddControls(dialog);
+    LayOut(dialog);
     SetFocus(GetDlgItem(dialog, IDC_FIRST_ONE_COIN));
 }
 
@@ -247,12 +270,16 @@ INT_PTR DoEditorCommand(HWND dialog, int id, int notification) {
 }
 
 INT_PTR CALLBACK PaytableEditorProc(HWND dialog, UINT message, WPARAM wParam, LPARAM) {
+    ShellWatchDensity(dialog, message);
     switch (message) {
     case WM_INITDIALOG:
         Open(dialog);
         return FALSE; // the focus is set
     case WM_PAINT:
         Paint(dialog);
+        return TRUE;
+    case LayOutMessage:
+        LayOut(dialog);
         return TRUE;
     case WM_COMMAND:
         return DoEditorCommand(dialog, LOWORD(wParam), HIWORD(wParam));

@@ -45,6 +45,15 @@ void ShellFinishDrawing();
 // Makes a dialog fill the screen, with the shell's Done button, on the handheld.
 void ShellFillScreen(HWND dialog);
 
+// Sent to every dialog that is open over the main window when its table has another size, and to a
+// dialog whose screen has another density: it lays itself out anew.
+inline constexpr UINT LayOutMessage = WM_APP + 1;
+void ShellLayOutDialogs(HWND mainWindow);
+
+// For every message to a dialog that lays itself out: news of another density becomes
+// LayOutMessage, after the platform has done its own part.
+void ShellWatchDensity(HWND dialog, UINT message);
+
 // Sizes a dialog that covers the main window, which it may outgrow where there is room: it gets at
 // least the given client size, and stays on the screen. On the handheld there is no
 // such room.

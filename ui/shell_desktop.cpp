@@ -223,6 +223,20 @@ void ShellFillScreen(HWND dialog) {
     initDialog(&request);
 }
 
+void ShellLayOutDialogs(HWND mainWindow) {
+    HWND dialog = GetLastActivePopup(mainWindow);
+    while (dialog != nullptr && dialog != mainWindow) {
+        SendMessageW(dialog, LayOutMessage, 0, 0);
+        dialog = GetWindow(dialog, GW_OWNER);
+    }
+}
+
+void ShellWatchDensity(HWND dialog, UINT message) {
+    if (message == WM_DPICHANGED) {
+        PostMessageW(dialog, LayOutMessage, 0, 0);
+    }
+}
+
 void ShellCoverMainWindow(HWND dialog, HWND mainWindow, int clientWidth, int clientHeight) {
     RECT cover;
     GetWindowRect(mainWindow, &cover);

@@ -25,20 +25,30 @@ void UseFont(HWND dialog, int id, HFONT font) {
     SendDlgItemMessageW(dialog, id, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
 }
 
-void Fill(HWND dialog) {
+void SetFonts(HWND dialog) {
+    const HFONT before = question->displayFont;
     question->displayFont = MakeBoldFont(DialogPixels(dialog, DisplayFontPixels));
-    SetFieldTexts(dialog, question->texts.fields);
     UseFont(dialog, GradingCost, question->displayFont);
     if (question->texts.errorInDisplayFont) {
         UseFont(dialog, GradingError, question->displayFont);
     }
+    DeleteObject(before);
+}
+
+void Fill(HWND dialog) {
+    SetFieldTexts(dialog, question->texts.fields);
+    SetFonts(dialog);
     ShellCentreOver(dialog, program.window);
 }
 
 INT_PTR CALLBACK StatisticalErrorDialog(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    ShellWatchDensity(dialog, message);
     switch (message) {
     case WM_INITDIALOG:
         Fill(dialog);
+        return TRUE;
+    case LayOutMessage:
+        SetFonts(dialog);
         return TRUE;
     case WM_CTLCOLORSTATIC:
         return ColourField(question->texts.fields, reinterpret_cast<HDC>(wParam),
