@@ -96,6 +96,31 @@ bool OffersToCancel(HWND dialog) {
     return lstrcmpW(text, L"Cancel") == 0;
 }
 
+// The list gets all the room; what is below it goes along downward, the buttons to the right too.
+void MoveControls(HWND dialog, const SIZE& more) {
+    RECT list;
+    GetWindowRect(ResultList(dialog), &list);
+    for (HWND control = GetWindow(dialog, GW_CHILD); control != nullptr;
+         control = GetWindow(control, GW_HWNDNEXT)) {
+        RECT place;
+        GetWindowRect(control, &place);
+        const bool isList = control == ResultList(dialog);
+        const bool right = !isList && place.left > (list.left + list.right) / 2;
+        MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
+        const SIZE size = {place.right - place.left + (isList ? more.cx : 0),
+                           place.bottom - place.top + (isList ? more.cy : 0)};
+        MoveWindow(control, static_cast<int>(place.left + (right ? more.cx : 0)),
+                   static_cast<int>(place.top + (isList ? 0 : more.cy)), static_cast<int>(size.cx),
+                   static_cast<int>(size.cy), TRUE);
+    }
+}
+
+// All columns and rows are to be seen, where the screen has the room.
+void FitList(HWND dialog) {
+    WidenColumns(ResultList(dialog), static_cast<int>(AnalysisColumns().size()));
+    MoveControls(dialog, EnlargeForList(dialog, ResultList(dialog)));
+}
+
 void Refresh(HWND dialog) {
     if (!GameAnalysisRuns()) {
         SetDlgItemTextW(dialog, IDC_RUN_ANALYSIS, L"Run Analysis");
@@ -114,7 +139,7 @@ void Refresh(HWND dialog) {
                                       row.probability, row.occursEvery, row.returnShare};
         AddRow(list, index++, cells);
     }
-    WidenColumns(list, static_cast<int>(AnalysisColumns().size()));
+    FitList(dialog);
     SendMessageW(list, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(list, nullptr, TRUE);
     EnableWindow(GetDlgItem(dialog, IDC_RUN_ANALYSIS), TRUE);
@@ -158,12 +183,16 @@ void AskAndStop(HWND dialog) {
 }
 
 INT_PTR CALLBACK GameAnalysisDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    ShellWatchDensity(dialog, message);
     switch (message) {
     case WM_INITDIALOG:
         Open(dialog);
         return TRUE;
     case WM_ANALYSIS_REFRESH:
         Refresh(dialog);
+        return TRUE;
+    case LayOutMessage:
+        FitList(dialog);
         return TRUE;
     case WM_CTLCOLORSTATIC:
         return ColourField(totalField, reinterpret_cast<HDC>(wParam),

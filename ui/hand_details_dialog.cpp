@@ -20,22 +20,26 @@ const GameDescriptor* shownGame = nullptr;
 
 constexpr UINT FillMessage = WM_USER + 10;
 
-void PlaceControls(HWND dialog, HWND list) {
-    ShellCoverMainWindow(dialog, program.window, 0, 0);
+HWND ListOf(HWND dialog) {
+    return GetDlgItem(dialog, IDC_DETAILS_LIST);
+}
+
+void PlaceControls(HWND dialog) {
     RECT client;
     GetClientRect(dialog, &client);
     const int width = static_cast<int>(client.right);
     const int height = static_cast<int>(client.bottom);
     const int below = DialogPixels(dialog, 26);
     const int inset = below - DialogPixels(dialog, 24);
-    MoveWindow(list, 0, 0, width, height - below, TRUE);
+    MoveWindow(ListOf(dialog), 0, 0, width, height - below, TRUE);
     MoveWindow(GetDlgItem(dialog, IDOK), 1, height - below + inset, width - 2,
                DialogPixels(dialog, 22), TRUE);
 }
 
 void Open(HWND dialog, const GameDescriptor* game) {
     const HWND list = AddReportList(dialog, IDC_DETAILS_LIST);
-    PlaceControls(dialog, list);
+    ShellCoverMainWindow(dialog, program.window, 0, 0);
+    PlaceControls(dialog);
     shownHand = *designatedHand;
     shownGame = game;
     AddColumns(list, DetailColumns(*game), LVCFMT_CENTER);
@@ -52,7 +56,15 @@ std::vector<DetailRow> ReadRows() {
     return DetailRows(shownHand.cards.data(), *shownGame, resultTable);
 }
 
-void Fill(HWND list) {
+// The list shows as much as the screen allows.
+void Enlarge(HWND dialog) {
+    FitColumns(ListOf(dialog), static_cast<int>(DetailColumns(*shownGame).size()));
+    EnlargeForList(dialog, ListOf(dialog));
+    PlaceControls(dialog);
+}
+
+void Fill(HWND dialog) {
+    const HWND list = ListOf(dialog);
     const std::vector<DetailRow> rows = ReadRows();
     SendMessageW(list, WM_SETREDRAW, FALSE, 0);
     for (const DetailRow& row : rows) {
@@ -60,18 +72,29 @@ void Fill(HWND list) {
     }
     SendMessageW(list, LVM_SORTITEMS, reinterpret_cast<WPARAM>(&rows),
                  reinterpret_cast<LPARAM>(CompareRows));
-    FitColumns(list, static_cast<int>(rows.front().cells.size()));
+    Enlarge(dialog);
     SendMessageW(list, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(list, nullptr, TRUE);
 }
 
+void LayOut(HWND dialog) {
+    ShellCoverMainWindow(dialog, program.window, 0, 0);
+    PlaceControls(dialog);
+    SendMessageW(ListOf(dialog), WM_SETFONT, reinterpret_cast<WPARAM>(DialogFont(dialog)), TRUE);
+    Enlarge(dialog);
+}
+
 INT_PTR CALLBACK HandDetailsDialog(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    ShellWatchDensity(dialog, message);
     switch (message) {
     case WM_INITDIALOG:
         Open(dialog, reinterpret_cast<const GameDescriptor*>(lParam));
         return TRUE;
     case FillMessage:
-        Fill(GetDlgItem(dialog, IDC_DETAILS_LIST));
+        Fill(dialog);
+        return TRUE;
+    case LayOutMessage:
+        LayOut(dialog);
         return TRUE;
     case WM_COMMAND:
         if (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL) {

@@ -4,6 +4,7 @@
 
 #include "ui/dialog_fields.h"
 #include "ui/program.h"
+#include "ui/shell.h"
 
 namespace {
 
@@ -34,11 +35,40 @@ int WidthOf(HWND list, int column) {
     return static_cast<int>(SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
 }
 
+// The control leaves so many pixels between two cells on any screen, which is little on a dense
+// one.
+int MissingMargin(HWND list) {
+    constexpr int margin = 6;
+    return DialogPixels(GetParent(list), margin) - margin;
+}
+
 void WidenToHeader(HWND list, int column) {
     const int least = HeaderWidth(list, column);
     if (WidthOf(list, column) < least) {
         SetWidth(list, column, least);
     }
+}
+
+// How many more pixels the list needs to show all of its columns and rows without scrolling;
+// less than 0 where it has some to spare.
+SIZE MissingRoom(HWND list) {
+    const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+    const auto rows = static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+    const auto columns = static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
+    RECT row = {LVIR_BOUNDS, 0, 0, 0};
+    SendMessageW(list, LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
+    RECT head;
+    GetWindowRect(header, &head);
+    RECT needed = {0, 0, 0, head.bottom - head.top + rows * (row.bottom - row.top)};
+    for (int column = 0; column < columns; ++column) {
+        needed.right += WidthOf(list, column);
+    }
+    AdjustWindowRectEx(&needed, static_cast<DWORD>(GetWindowLongW(list, GWL_STYLE)), FALSE,
+                       static_cast<DWORD>(GetWindowLongW(list, GWL_EXSTYLE)));
+    RECT own;
+    GetWindowRect(list, &own);
+    return {needed.right - needed.left - (own.right - own.left),
+            needed.bottom - needed.top - (own.bottom - own.top)};
 }
 
 } // namespace
@@ -87,6 +117,7 @@ void AddRow(HWND list, LPARAM data, std::span<const std::wstring> cells) {
 void FitColumns(HWND list, int columns) {
     for (int column = 0; column < columns; ++column) {
         SetWidth(list, column, LVSCW_AUTOSIZE_USEHEADER);
+        SetWidth(list, column, WidthOf(list, column) + MissingMargin(list));
         WidenToHeader(list, column);
     }
 }
@@ -99,4 +130,12 @@ void WidenColumns(HWND list, int columns) {
             SetWidth(list, column, before);
         }
     }
+}
+
+SIZE EnlargeForList(HWND dialog, HWND list) {
+    const SIZE room = MissingRoom(list);
+    const SIZE higher = ShellEnlarge(dialog, 0, static_cast<int>(room.cy));
+    const int bar = higher.cy < room.cy ? GetSystemMetrics(SM_CXVSCROLL) : 0;
+    const SIZE wider = ShellEnlarge(dialog, static_cast<int>(room.cx) + bar, 0);
+    return {wider.cx, higher.cy};
 }

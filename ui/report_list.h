@@ -25,4 +25,8 @@ void FitColumns(HWND list, int columns);
 // Columns whose contents need it become wider; none becomes narrower.
 void WidenColumns(HWND list, int columns);
 
+// Makes the dialog larger by what the list lacks to show all its columns and rows, as far as the
+// screen has the room; returns what the dialog grew by. Its controls stay as they are.
+SIZE EnlargeForList(HWND dialog, HWND list);
+
 #endif

@@ -63,6 +63,10 @@ void ShellCoverMainWindow(HWND dialog, HWND mainWindow, int clientWidth, int cli
 // disabled.
 HWND ShellDialogOwner(HWND mainWindow);
 
+// Makes a dialog so many pixels wider and higher about its middle, as far as the screen has the
+// room; returns what it got. There is none on the handheld, whose dialogs fill the screen.
+SIZE ShellEnlarge(HWND dialog, int width, int height);
+
 // Puts a dialog over the middle of the main window, within the screen.
 void ShellCentreOver(HWND dialog, HWND mainWindow);
 

@@ -250,6 +250,27 @@ void ShellCoverMainWindow(HWND dialog, HWND mainWindow, int clientWidth, int cli
                   neededHeight > height ? neededHeight : height);
 }
 
+SIZE ShellEnlarge(HWND dialog, int width, int height) {
+    if (initDialog != nullptr) {
+        return {0, 0};
+    }
+    RECT own;
+    GetWindowRect(dialog, &own);
+    const RECT work = ScreenOf(dialog).rcWork;
+    const SIZE before = {own.right - own.left, own.bottom - own.top};
+    const SIZE room = {work.right - work.left - before.cx, work.bottom - work.top - before.cy};
+    const auto within = [](LONG wanted, LONG most) {
+        return wanted < 0 || most < 0 ? 0 : wanted < most ? wanted : most;
+    };
+    const SIZE more = {within(width, room.cx), within(height, room.cy)};
+    if (more.cx > 0 || more.cy > 0) {
+        PlaceOnScreen(dialog, dialog, static_cast<int>(own.left - more.cx / 2),
+                      static_cast<int>(own.top - more.cy / 2),
+                      static_cast<int>(before.cx + more.cx), static_cast<int>(before.cy + more.cy));
+    }
+    return more;
+}
+
 HWND ShellDialogOwner(HWND mainWindow) {
     return IsWindowEnabled(mainWindow) ? mainWindow : GetLastActivePopup(mainWindow);
 }

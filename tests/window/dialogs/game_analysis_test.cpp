@@ -115,10 +115,10 @@ TEST_F(Analysis, HasItsControlsColumnsAndColours) {
     const RunningProgram program = StartProgram();
     const HWND dialog = OpenAnalysis(program, JacksRows);
     ExpectPlaces(dialog, IDD_GAME_ANALYSIS,
-                 {{IDC_ANALYSIS_LIST, 2, 2, 155, 120},
-                  {IDOK, 103, 137, 51, 13},
-                  {IDC_RUN_ANALYSIS, 103, 123, 51, 13},
-                  {IDC_ANALYSIS_TOTAL, 11, 136, 80, 14}});
+                 {{IDC_ANALYSIS_LIST, 2, 2, 155, 120, GoesAlong::Grows},
+                  {IDOK, 103, 137, 51, 13, GoesAlong::RightAndDown},
+                  {IDC_RUN_ANALYSIS, 103, 123, 51, 13, GoesAlong::RightAndDown},
+                  {IDC_ANALYSIS_TOTAL, 11, 136, 80, 14, GoesAlong::Down}});
     EXPECT_EQ(FieldText(dialog, IDOK), L"&Close");
     EXPECT_EQ(FieldText(dialog, IDC_RUN_ANALYSIS), L"Run Analysis");
     EXPECT_THAT(PlainTexts(dialog), testing::ElementsAre(L"Game Total Return"));
@@ -159,6 +159,7 @@ TEST_F(Analysis, ShowsThePublishedReturnOfEveryGameAndCutsNothing) {
                 EXPECT_GT(columns[i].width, WidthInList(program, list, row[i])) << "column " << i;
             }
         }
+        EXPECT_FALSE(Scrolls(list)) << "on a screen that has the room";
         EXPECT_EQ(rows.back()[0], L"NOTHING");
         EXPECT_EQ(rows.back()[1], L"0");
         EXPECT_EQ(rows.back()[5], L"0.00%");

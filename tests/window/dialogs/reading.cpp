@@ -164,9 +164,18 @@ void ExpectPlaces(HWND dialog, int dialogTemplate, const std::vector<UnitPlace>&
         file, MAKEINTRESOURCEW(dialogTemplate), nullptr,
         [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
     ASSERT_NE(measure, nullptr);
+    RECT designed;
+    GetClientRect(measure, &designed);
     for (const UnitPlace& at : places) {
         RECT wanted = {at.x, at.y, at.width, at.height};
         MapDialogRect(measure, &wanted);
+        RECT client;
+        GetClientRect(dialog, &client);
+        const bool grows = at.along == GoesAlong::Grows;
+        (grows ? wanted.right : wanted.left) +=
+            grows || at.along == GoesAlong::RightAndDown ? client.right - designed.right : 0;
+        (grows ? wanted.bottom : wanted.top) +=
+            at.along != GoesAlong::No ? client.bottom - designed.bottom : 0;
         const RECT seen = PlaceIn(dialog, GetDlgItem(dialog, at.id));
         EXPECT_EQ(seen.left, wanted.left) << at.id;
         EXPECT_EQ(seen.top, wanted.top) << at.id;
@@ -220,6 +229,10 @@ HWND ListOf(HWND dialog, int id) {
     GetClassNameW(list, name, 32);
     EXPECT_STREQ(name, L"SysListView32");
     return list;
+}
+
+bool Scrolls(HWND list) {
+    return (GetWindowLongW(list, GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL)) != 0;
 }
 
 int CountRows(HWND list) {

@@ -29,13 +29,16 @@ std::wstring FieldText(HWND dialog, int id);
 // The place of a control in its dialog's client area, in pixels.
 RECT PlaceIn(HWND dialog, HWND control);
 
-// Whether the dialog's controls stand where these dialog units of its template put them.
+// Whether the dialog's controls stand where these dialog units of its template put them. In a
+// dialog that has grown, a control may have gone along with its edges.
+enum class GoesAlong { No, Down, RightAndDown, Grows };
 struct UnitPlace {
     int id;
     int x;
     int y;
     int width;
     int height;
+    GoesAlong along = GoesAlong::No;
 };
 void ExpectPlaces(HWND dialog, int dialogTemplate, const std::vector<UnitPlace>& places);
 
@@ -60,6 +63,7 @@ using SeenRow = std::vector<std::wstring>;
 
 HWND ListOf(HWND dialog, int id);
 int CountRows(HWND list);
+bool Scrolls(HWND list); // either way
 std::vector<SeenColumn> ReadColumns(const RunningProgram& program, HWND list);
 // All rows from the top; only the first so many columns.
 std::vector<SeenRow> ReadRows(const RunningProgram& program, HWND list, int columns);

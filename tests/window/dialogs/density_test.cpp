@@ -1,0 +1,124 @@
+#include "tests/window/dialogs/reading.h"
+#include "ui/resource.h"
+
+// Dialogs that are open while the window or the density of the screen changes under them.
+
+namespace {
+
+class Density : public WindowTest {};
+
+struct CoveringDialog {
+    int command;
+    int control; // one that the dialog has
+    int close;
+};
+
+const CoveringDialog coveringDialogs[] = {
+    {IDM_HAND_ANALYSIS, IDC_FIRST_SLOT, IDCANCEL},
+    {IDM_HAND_DETAILS, IDC_DETAILS_LIST, IDOK},
+    {IDM_CHANGE_PAYTABLE, IDC_DEFAULTS, IDCANCEL},
+};
+
+SIZE SizeOfWindow(HWND window) {
+    RECT place;
+    GetWindowRect(window, &place);
+    return {place.right - place.left, place.bottom - place.top};
+}
+
+void Resize(HWND window, LONG width, LONG height) {
+    SetWindowPos(window, nullptr, 0, 0, static_cast<int>(width), static_cast<int>(height),
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// One and a half times the design, which the table fills to the edges.
+void MakeTableBetweenScales(const RunningProgram& program) {
+    RECT client;
+    GetClientRect(program.window, &client);
+    const SIZE size = SizeOfWindow(program.window);
+    Resize(program.window, size.cx - client.right + DesignWidth * 3 / 2,
+           size.cy - client.bottom + DesignHeight * 3 / 2);
+    Settle(program);
+}
+
+bool Covers(const RunningProgram& program, HWND dialog) {
+    RECT main;
+    RECT own;
+    RECT both;
+    GetWindowRect(program.window, &main);
+    GetWindowRect(dialog, &own);
+    UnionRect(&both, &main, &own);
+    return EqualRect(&both, &own);
+}
+
+int CountDifferences(const Picture& a, const Picture& b) {
+    if (a.width != b.width || a.height != b.height) {
+        return a.width * a.height;
+    }
+    int different = 0;
+    for (std::size_t i = 0; i < a.pixels.size(); ++i) {
+        different += a.pixels[i] != b.pixels[i] ? 1 : 0;
+    }
+    return different;
+}
+
+HWND Open(const RunningProgram& program, const CoveringDialog& what) {
+    const HWND dialog = OpenDialogWith(program, what.command, what.control);
+    Settle(program);
+    return dialog;
+}
+
+} // namespace
+
+// The caret of a field, which blinks, may make a difference.
+TEST_F(Density, OpenDialogsFollowTheTableAsIfTheyWereOpenedAnew) {
+    for (const CoveringDialog& what : coveringDialogs) {
+        SCOPED_TRACE(what.command);
+        const RunningProgram program = StartSeeded(1, 0);
+        Do(program, IDC_DEAL_DRAW);
+        HWND dialog = Open(program, what);
+        MakeTableBetweenScales(program);
+        EXPECT_TRUE(Covers(program, dialog));
+        const HWND kept = dialog;
+        Picture followed;
+        EXPECT_TRUE(Eventually([&] {
+            const Picture before = followed;
+            followed = GrabWindow(kept);
+            Sleep(100);
+            return before == followed;
+        }));
+        LeaveDialog(dialog, what.close);
+        dialog = Open(program, what);
+        EXPECT_TRUE(Eventually([&] {
+            return CountDifferences(followed, GrabWindow(dialog)) <= 40;
+        })) << CountDifferences(followed, GrabWindow(dialog));
+        LeaveDialog(dialog, what.close);
+        CloseProgram(program);
+    }
+}
+
+TEST_F(Density, ADialogCoversTheWindowAgainWhenItsScreenHasAnotherDensity) {
+    const RunningProgram program = StartSeeded(1, 0);
+    for (const CoveringDialog& what : coveringDialogs) {
+        SCOPED_TRACE(what.command);
+        const HWND dialog = Open(program, what);
+        const SIZE before = SizeOfWindow(dialog);
+        Resize(dialog, before.cx / 2, before.cy / 2);
+        EXPECT_FALSE(Covers(program, dialog));
+        PostMessageW(dialog, WM_DPICHANGED, MAKEWPARAM(96, 96), 0);
+        EXPECT_TRUE(Eventually([&] {
+            const SIZE now = SizeOfWindow(dialog);
+            return Covers(program, dialog) && now.cx == before.cx && now.cy == before.cy;
+        }));
+        LeaveDialog(dialog, what.close);
+    }
+}
+
+TEST_F(Density, WhatWasTypedInThePaytableStays) {
+    const RunningProgram program = StartProgram();
+    const HWND dialog = OpenDialogWith(program, IDM_CHANGE_PAYTABLE, IDC_DEFAULTS);
+    SetDlgItemTextW(dialog, IDC_FIRST_ONE_COIN + 3, L"77");
+    MakeTableBetweenScales(program);
+    EXPECT_TRUE(Covers(program, dialog));
+    EXPECT_EQ(FieldText(dialog, IDC_FIRST_ONE_COIN + 3), L"77");
+    LeaveDialog(dialog, IDCANCEL);
+}
