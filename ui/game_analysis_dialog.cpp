@@ -4,6 +4,8 @@
 
 #include <commctrl.h>
 
+#include <cwchar>
+
 #include <iterator>
 
 #include "core/game_lock.h"
@@ -93,7 +95,7 @@ HWND ResultList(HWND dialog) {
 bool OffersToCancel(HWND dialog) {
     wchar_t text[sizeof "Cancel"] = L"";
     GetDlgItemTextW(dialog, IDOK, text, static_cast<int>(std::size(text)));
-    return lstrcmpW(text, L"Cancel") == 0;
+    return std::wcscmp(text, L"Cancel") == 0;
 }
 
 // The list gets all the room; what is below it goes along downward, the buttons to the right too.
