@@ -144,7 +144,6 @@ void Deal() {
     if (table.training == TrainingMode::Autohold) {
         HoldBest();
     }
-    DiscardInput();
     const bool pays = RateDealtHand(table);
     ShowPaytableRow(table.rank);
     SetControlText(IDC_DEAL_DRAW, L"DRAW");
@@ -152,6 +151,9 @@ void Deal() {
     if (pays) {
         PlayPatHandSound();
     }
+    // With the hand complete: a press on the title bar has its turn here too, and while it moves
+    // the window, play goes on.
+    DiscardInput();
     FocusTable();
 }
 

@@ -243,7 +243,8 @@ TEST_F(Hands, TapsAndKeysDuringTheDealAreThrownAway) {
         PostMessageW(Control(program, IDC_BET_ONE), WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
         PressKeys(program, L"2 Return");
     }
-    EXPECT_FALSE(Holding(program)) << "too late: the deal was over";
+    // Asked of the system: the program would answer only after the deal.
+    EXPECT_TRUE(IsWindowEnabled(Control(program, IDC_BET_ONE))) << "too late: the deal was over";
     EXPECT_TRUE(Eventually([&] { return Holding(program); }));
     Settle(program);
     EXPECT_TRUE(Holding(program));
@@ -252,6 +253,21 @@ TEST_F(Hands, TapsAndKeysDuringTheDealAreThrownAway) {
     }
     EXPECT_TRUE(ShowsCredits(program, 95));
     EXPECT_EQ(ControlText(program, IDC_BET_ONE), L"Bet 5");
+}
+
+// Moving the window has a message loop of its own, which plays on: what it meets must be a hand
+// that is dealt to the end.
+TEST_F(Hands, TheDealIsCompleteBeforeAMoveOfTheWindowBegins) {
+    const RunningProgram program = StartUntrained(1, 20);
+    Post(program, IDC_DEAL_DRAW);
+    PostMessageW(program.window, WM_SYSCOMMAND, SC_MOVE, 0);
+    EXPECT_TRUE(Eventually([&] { return Holding(program); }, 5000));
+    Post(program, IDC_DEAL_DRAW);
+    EXPECT_TRUE(Eventually([&] { return !Holding(program); }, 5000));
+    PostMessageW(program.window, WM_KEYDOWN, VK_ESCAPE, 1);
+    Settle(program);
+    EXPECT_FALSE(Holding(program));
+    EXPECT_TRUE(IsWindowEnabled(Control(program, IDC_BET_ONE)));
 }
 
 TEST_F(Hands, ClosingDuringTheDealEndsTheProgram) {
