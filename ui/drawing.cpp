@@ -81,9 +81,9 @@ int NeededWidth(HDC dc, const Piece (&pieces)[count]) {
     return needed;
 }
 
-// Selects the font that is selected in a cut of the same height in which the pieces fit, and
-// returns it; null if they fit as it is. Cuts come in whole pixels of a mean character, which is
-// not every text's, so the first may be too wide still.
+// Selects a cut of the selected font, of the same height, in which the pieces fit, and returns it;
+// null if they fit already or no cut can be had. Cuts come in whole pixels of a mean character,
+// which is not every text's, so the first may be too wide still.
 template <std::size_t count>
 HFONT SelectNarrowed(HDC dc, const Piece (&pieces)[count], int available) {
     const int needed = NeededWidth(dc, pieces);

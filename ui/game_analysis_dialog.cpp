@@ -5,7 +5,6 @@
 #include <commctrl.h>
 
 #include <cwchar>
-
 #include <iterator>
 
 #include "core/game_lock.h"
