@@ -95,3 +95,14 @@ TEST_F(Controls, StandInAWindowOfTheProgramsClass) {
     EXPECT_EQ(status & SS_TYPEMASK, static_cast<DWORD>(SS_CENTER));
     EXPECT_NE(status & WS_BORDER, 0U);
 }
+
+TEST_F(Controls, StandInAWindowThatIsNeverSmallerThanTheDesign) {
+    const RunningProgram program = StartProgram();
+    SetWindowPos(program.window, nullptr, 0, 0, 100, 100, SWP_NOMOVE | SWP_NOZORDER);
+    RECT client = {};
+    EXPECT_TRUE(Eventually([&] {
+        GetClientRect(program.window, &client);
+        return client.right == DesignWidth && client.bottom == DesignHeight;
+    })) << client.right
+        << " x " << client.bottom;
+}
