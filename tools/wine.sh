@@ -25,7 +25,9 @@ make_prefix() {
 make_prefix_like() {
     local made=$WINEPREFIX/.made first=$1
     [ -f "$made" ] && return
-    WINEPREFIX=$first make_prefix
+    # Fonts are not looked for yet: what the first had found, the second would keep unseen.
+    printf '<fontconfig/>\n' >"$first.fonts"
+    FONTCONFIG_FILE=$first.fonts WINEPREFIX=$first make_prefix
     mkdir -p "$WINEPREFIX"
     (
         flock 8
