@@ -190,6 +190,7 @@ void DrawAgain() {
     DeletePictures();
     LoadPictures();
     PlaceControls();
+    ShellLayOutDialogs(program.window); // they make their fonts anew
     HWND window = ShellDialogOwner(program.window);
     for (; window != nullptr; window = GetWindow(window, GW_OWNER)) {
         InvalidateWithControls(window);

@@ -115,6 +115,9 @@ void MakeEditorFont(HWND dialog) {
     GetObjectW(DialogFont(dialog), sizeof font, &font);
     font.lfHeight = Pixels(dialog, TextHeight);
     editorFont = CreateFontIndirectW(&font);
+    if (editorFont == nullptr) {
+        DrawAgainLater();
+    }
 }
 
 int NeededHeight(HWND dialog) {
