@@ -78,18 +78,6 @@ std::wstring PointArguments(const RunningProgram& program, int x, int y) {
     return std::to_wstring(point.x) + L" " + std::to_wstring(point.y);
 }
 
-void RunXdotool(const std::wstring& arguments) {
-    std::wstring command = L"Z:\\usr\\bin\\xdotool " + arguments;
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                               nullptr, &startup, &process))
-        << "xdotool does not start";
-    // A program of the system beneath Wine has no handles here: what Wine leaves in their place may
-    // be anybody's.
-}
-
 void EndStartedPrograms() {
     for (const HANDLE process : started) {
         if (WaitForSingleObject(process, 0) == WAIT_TIMEOUT) {
@@ -263,6 +251,18 @@ void Tap(const RunningProgram& program, int x, int y) {
 
 void TapMiddle(const RunningProgram& program, const Area& area) {
     Tap(program, (area.left + area.right) / 2, (area.top + area.bottom) / 2);
+}
+
+void RunXdotool(const std::wstring& arguments) {
+    std::wstring command = L"Z:\\usr\\bin\\xdotool " + arguments;
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process = {};
+    ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                               nullptr, &startup, &process))
+        << "xdotool does not start";
+    // A program of the system beneath Wine has no handles here: what Wine leaves in their place may
+    // be anybody's.
 }
 
 // The keyboard belongs to the window under the pointer, which stands between the cards and the

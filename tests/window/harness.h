@@ -92,6 +92,9 @@ void PressKeys(const RunningProgram& program, const std::wstring& keys);
 void PressKeysIn(HWND window, const std::wstring& keys);
 void PressPointer(const RunningProgram& program, int x, int y);
 
+// Starts xdotool with any of its commands, and does not wait for it.
+void RunXdotool(const std::wstring& arguments);
+
 // Child controls and dialogs.
 HWND Control(const RunningProgram& program, int id);
 std::wstring TextOf(HWND window);

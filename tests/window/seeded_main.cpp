@@ -9,6 +9,7 @@
 #include "tests/window/analysis_gate.h"
 #include "tests/window/pauses.h"
 #include "tests/window/seen_menu.h"
+#include "tests/window/soak/journal.h"
 #include "ui/game_analysis_dialog.h"
 #include "ui/hand_play.h"
 #include "ui/main_window.h"
@@ -111,6 +112,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE previous, LPWSTR arguments, in
         SetPause(Pause);
     }
     WatchMenus();
+    KeepJournal();
     GateAnalysis();
     return RunProgram(instance, previous, show);
 }

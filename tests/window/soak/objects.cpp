@@ -1,0 +1,240 @@
+#include "tests/window/soak/objects.h"
+
+#include <psapi.h>
+#include <tlhelp32.h>
+#include <winternl.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <sstream>
+
+#include "tests/window/soak/journal.h"
+
+namespace {
+
+// How the system keeps a process's GDI objects: a table, found from the process's environment
+// block, of entries whose type is 0 while they are free.
+constexpr std::size_t GdiTableInBlock = 0xF8;
+constexpr std::size_t GdiEntries = 0x10000;
+constexpr std::size_t GdiEntrySize = 24;
+constexpr std::size_t TypeInGdiEntry = 14;
+
+int GdiObjectsOf(HANDLE process) {
+    PROCESS_BASIC_INFORMATION basic = {};
+    NtQueryInformationProcess(process, ProcessBasicInformation, &basic, sizeof basic, nullptr);
+    const auto* block = reinterpret_cast<const char*>(basic.PebBaseAddress);
+    const void* table = nullptr;
+    ReadProcessMemory(process, block + GdiTableInBlock, &table, sizeof table, nullptr);
+    std::vector<char> entries(GdiEntries * GdiEntrySize);
+    if (!ReadProcessMemory(process, table, entries.data(), entries.size(), nullptr)) {
+        return -1;
+    }
+    int count = 0;
+    for (std::size_t i = 0; i < GdiEntries; ++i) {
+        count += entries[i * GdiEntrySize + TypeInGdiEntry] != 0 ? 1 : 0;
+    }
+    return count;
+}
+
+struct WindowCount {
+    DWORD process;
+    int windows;
+};
+
+BOOL CALLBACK CountWindow(HWND window, LPARAM parameter) {
+    auto& count = *reinterpret_cast<WindowCount*>(parameter);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process == count.process) {
+        ++count.windows;
+        if ((GetWindowLongW(window, GWL_STYLE) & WS_CHILD) == 0) {
+            EnumChildWindows(window, CountWindow, parameter);
+        }
+    }
+    return TRUE;
+}
+
+int UserObjectsOf(const RunningProgram& program) {
+    const DWORD known = GetGuiResources(program.process, GR_USEROBJECTS);
+    if (known != 0) {
+        return static_cast<int>(known);
+    }
+    WindowCount count = {program.processId, 0};
+    EnumWindows(CountWindow, reinterpret_cast<LPARAM>(&count));
+    HWND quiet = nullptr;
+    while ((quiet = FindWindowExW(HWND_MESSAGE, quiet, nullptr, nullptr)) != nullptr) {
+        CountWindow(quiet, reinterpret_cast<LPARAM>(&count));
+    }
+    DWORD_PTR others = 0;
+    SendMessageTimeoutW(program.window, RegisterWindowMessageW(CountMessage), 0, 0, SMTO_NORMAL,
+                        Patience, &others);
+    return count.windows + static_cast<int>(others);
+}
+
+int ThreadsOf(DWORD process) {
+    const HANDLE all = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+    THREADENTRY32 thread = {};
+    thread.dwSize = sizeof thread;
+    int count = 0;
+    for (BOOL more = Thread32First(all, &thread); more; more = Thread32Next(all, &thread)) {
+        count += thread.th32OwnerProcessID == process ? 1 : 0;
+    }
+    CloseHandle(all);
+    return count;
+}
+
+struct SystemHandle {
+    void* object;
+    ULONG_PTR process;
+    ULONG_PTR value;
+    ULONG access;
+    USHORT backTrace;
+    USHORT type;
+    ULONG attributes;
+    ULONG reserved;
+};
+
+struct SystemHandles {
+    ULONG_PTR count;
+    ULONG_PTR reserved;
+    SystemHandle handles[1];
+};
+
+constexpr int SystemExtendedHandles = 64; // not among the header's classes
+using QuerySystem = NTSTATUS(WINAPI*)(int, void*, ULONG, ULONG*);
+constexpr NTSTATUS TooSmall = static_cast<NTSTATUS>(0xC0000004);
+
+int HandlesOf(DWORD process) {
+    const auto query = reinterpret_cast<QuerySystem>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"ntdll"), "NtQuerySystemInformation")));
+    std::vector<char> buffer(1 << 18);
+    NTSTATUS status = TooSmall;
+    while ((status = query(SystemExtendedHandles, buffer.data(), static_cast<ULONG>(buffer.size()),
+                           nullptr)) == TooSmall) {
+        buffer.resize(buffer.size() * 2);
+    }
+    if (status != 0) {
+        return -1;
+    }
+    const auto& all = *reinterpret_cast<const SystemHandles*>(buffer.data());
+    int count = 0;
+    for (ULONG_PTR i = 0; i < all.count; ++i) {
+        count += all.handles[i].process == process ? 1 : 0;
+    }
+    return count;
+}
+
+std::string ReadFile(const std::wstring& path) {
+    std::string text;
+    std::FILE* file = _wfopen(path.c_str(), L"rb");
+    if (file != nullptr) {
+        for (int letter = std::fgetc(file); letter != EOF; letter = std::fgetc(file)) {
+            text += static_cast<char>(letter);
+        }
+        std::fclose(file);
+    }
+    return text;
+}
+
+// A command line as the system beneath Wine keeps it: its words, each with a zero behind it.
+std::string Words(const std::wstring& commandLine) {
+    std::string words;
+    for (const wchar_t letter : commandLine) {
+        words += letter == L' ' ? '\0' : static_cast<char>(letter);
+    }
+    return words + '\0';
+}
+
+std::vector<std::wstring> Names(const std::wstring& pattern) {
+    std::vector<std::wstring> names;
+    WIN32_FIND_DATAW found;
+    const HANDLE search = FindFirstFileW(pattern.c_str(), &found);
+    if (search != INVALID_HANDLE_VALUE) {
+        do {
+            names.emplace_back(found.cFileName);
+        } while (FindNextFileW(search, &found));
+        FindClose(search);
+    }
+    return names;
+}
+
+Objects Least(const Objects& a, const Objects& b) {
+    return {std::min(a.gdi, b.gdi), std::min(a.user, b.user), std::min(a.threads, b.threads),
+            std::min(a.handles, b.handles), std::min(a.privateBytes, b.privateBytes)};
+}
+
+} // namespace
+
+SystemView::SystemView(const std::wstring& commandLine) {
+    const std::string words = Words(commandLine);
+    for (const std::wstring& name : Names(L"Z:\\proc\\*")) {
+        const std::wstring candidate = L"Z:\\proc\\" + name;
+        if (ReadFile(candidate + L"\\cmdline").rfind(words, 0) == 0) {
+            folder = candidate;
+        }
+    }
+}
+
+double SystemView::WaitedForProcessor() const {
+    if (folder.empty()) {
+        return 0;
+    }
+    double waited = 0;
+    for (const std::wstring& task : Names(folder + L"\\task\\*")) {
+        if (task[0] == L'.') {
+            continue;
+        }
+        std::istringstream fields(ReadFile(folder + L"\\task\\" + task + L"\\schedstat"));
+        double ran = 0;
+        double stood = 0;
+        fields >> ran >> stood;
+        waited += stood * 1e-6;
+    }
+    return waited;
+}
+
+double SystemView::ProcessorSeconds() const {
+    std::istringstream fields(ReadFile(folder + L"\\schedstat"));
+    double ran = 0;
+    fields >> ran;
+    return ran * 1e-9;
+}
+
+long long SystemView::PrivateBytes() const {
+    const std::string text = ReadFile(folder + L"\\smaps_rollup");
+    const std::size_t at = text.find("Private_Dirty:");
+    if (folder.empty() || at == std::string::npos) {
+        return -1;
+    }
+    return std::atoll(text.c_str() + at + 14) * 1024;
+}
+
+Objects CountObjects(const RunningProgram& program, const SystemView& view) {
+    long long bytes = view.PrivateBytes();
+    if (bytes < 0) {
+        PROCESS_MEMORY_COUNTERS_EX memory = {};
+        GetProcessMemoryInfo(program.process, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory),
+                             sizeof memory);
+        bytes = static_cast<long long>(memory.PrivateUsage);
+    }
+    return {GdiObjectsOf(program.process), UserObjectsOf(program), ThreadsOf(program.processId),
+            HandlesOf(program.processId), bytes};
+}
+
+Objects CountLastingObjects(const RunningProgram& program, const SystemView& view) {
+    Objects least = CountObjects(program, view);
+    for (int look = 0; look < 8; ++look) {
+        Sleep(120);
+        least = Least(least, CountObjects(program, view));
+    }
+    return least;
+}
+
+bool RealInputIsOnItsWay() {
+    for (const std::wstring& name : Names(L"Z:\\proc\\*")) {
+        if (ReadFile(L"Z:\\proc\\" + name + L"\\comm") == "xdotool\n") {
+            return true;
+        }
+    }
+    return false;
+}
