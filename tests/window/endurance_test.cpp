@@ -210,8 +210,13 @@ TEST_F(Endurance, WaitingCostsNoProcessorTime) {
     Settle(program);
     const double started = ProcessorSeconds(program, path);
     ASSERT_GT(started, 0) << "the start must have cost something";
-    Sleep(300);
-    const double before = ProcessorSeconds(program, path);
+    double before = started;
+    ASSERT_TRUE(Eventually([&] { // on a busy machine the start goes on for a while
+        const double then = before;
+        Sleep(300);
+        before = ProcessorSeconds(program, path);
+        return before == then;
+    })) << "the start does not end";
     Sleep(2500);
     const double waited = ProcessorSeconds(program, path) - before;
     EXPECT_LT(waited, 0.011) << "more than one tick of the clock";
