@@ -163,8 +163,7 @@ void PlaceButtons(HWND dialog, const Grid& grid) {
 
 void LayOut(HWND dialog) {
     // The rows are an eighth of the main window's height below the slots; the gaps come on top.
-    RECT window;
-    GetWindowRect(program.window, &window);
+    const RECT window = ShellPlaceOf(program.window);
     ShellCoverMainWindow(dialog, program.window, 0,
                          static_cast<int>(window.bottom - window.top) + Scaled(SuitGaps));
     RECT client;

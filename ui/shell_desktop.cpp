@@ -100,6 +100,20 @@ bool ReadPlace(ShellWindowFrame& frame) {
     return true;
 }
 
+// Where a window is, or would be if it were neither minimised nor maximised.
+RECT NormalPlace(HWND window, const WINDOWPLACEMENT& placement) {
+    RECT place = placement.rcNormalPosition;
+    if (IsIconic(window) || IsZoomed(window)) {
+        // Such a window's normal place counts from the work area's corner.
+        const MONITORINFO screen = ScreenOf(window);
+        OffsetRect(&place, static_cast<int>(screen.rcWork.left - screen.rcMonitor.left),
+                   static_cast<int>(screen.rcWork.top - screen.rcMonitor.top));
+    } else {
+        GetWindowRect(window, &place);
+    }
+    return place;
+}
+
 // Moves a window of the given size to a place as close as may be to (x, y) and wholly on the
 // screen.
 void PlaceOnScreen(HWND window, HWND beside, int x, int y, int width, int height) {
@@ -144,15 +158,7 @@ void ShellStorePlace(HWND window) {
     if (!GetWindowPlacement(window, &placement)) {
         return;
     }
-    // The normal place of a window that is not in it counts from the work area's corner.
-    RECT place = placement.rcNormalPosition;
-    if (IsIconic(window) || IsZoomed(window)) {
-        const MONITORINFO screen = ScreenOf(window);
-        OffsetRect(&place, static_cast<int>(screen.rcWork.left - screen.rcMonitor.left),
-                   static_cast<int>(screen.rcWork.top - screen.rcMonitor.top));
-    } else {
-        GetWindowRect(window, &place);
-    }
+    const RECT place = NormalPlace(window, placement);
     const bool maximised = placement.showCmd == SW_SHOWMAXIMIZED ||
                            (IsIconic(window) && (placement.flags & WPF_RESTORETOMAXIMIZED) != 0);
     WritePlaceValue(L"WindowLeft", place.left);
@@ -237,9 +243,19 @@ void ShellWatchDensity(HWND dialog, UINT message) {
     }
 }
 
+RECT ShellPlaceOf(HWND mainWindow) {
+    WINDOWPLACEMENT placement = {};
+    placement.length = sizeof placement;
+    if (IsIconic(mainWindow) && GetWindowPlacement(mainWindow, &placement)) {
+        return NormalPlace(mainWindow, placement);
+    }
+    RECT place;
+    GetWindowRect(mainWindow, &place);
+    return place;
+}
+
 void ShellCoverMainWindow(HWND dialog, HWND mainWindow, int clientWidth, int clientHeight) {
-    RECT cover;
-    GetWindowRect(mainWindow, &cover);
+    const RECT cover = ShellPlaceOf(mainWindow);
     const SIZE border = BorderOf(dialog);
     const int width = cover.right - cover.left;
     const int height = cover.bottom - cover.top;
@@ -276,9 +292,8 @@ HWND ShellDialogOwner(HWND mainWindow) {
 }
 
 void ShellCentreOver(HWND dialog, HWND mainWindow) {
-    RECT cover;
+    const RECT cover = ShellPlaceOf(mainWindow);
     RECT own;
-    GetWindowRect(mainWindow, &cover);
     GetWindowRect(dialog, &own);
     const int width = own.right - own.left;
     const int height = own.bottom - own.top;

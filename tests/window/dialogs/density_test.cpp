@@ -1,7 +1,7 @@
 #include "tests/window/dialogs/reading.h"
 #include "ui/resource.h"
 
-// Dialogs that are open while the window or the density of the screen changes under them.
+// Dialogs whose window, or the density of whose screen, changes under them.
 
 namespace {
 
@@ -19,9 +19,22 @@ const CoveringDialog coveringDialogs[] = {
     {IDM_CHANGE_PAYTABLE, IDC_DEFAULTS, IDCANCEL},
 };
 
-SIZE SizeOfWindow(HWND window) {
+// Those and one that stands over the window's middle.
+const CoveringDialog placedDialogs[] = {
+    coveringDialogs[0],
+    coveringDialogs[1],
+    coveringDialogs[2],
+    {IDM_SESSION_STATS, IDC_RESET_STATS, IDOK},
+};
+
+RECT PlaceOf(HWND window) {
     RECT place;
     GetWindowRect(window, &place);
+    return place;
+}
+
+SIZE SizeOfWindow(HWND window) {
+    const RECT place = PlaceOf(window);
     return {place.right - place.left, place.bottom - place.top};
 }
 
@@ -41,11 +54,9 @@ void MakeTableBetweenScales(const RunningProgram& program) {
 }
 
 bool Covers(const RunningProgram& program, HWND dialog) {
-    RECT main;
-    RECT own;
+    const RECT main = PlaceOf(program.window);
+    const RECT own = PlaceOf(dialog);
     RECT both;
-    GetWindowRect(program.window, &main);
-    GetWindowRect(dialog, &own);
     UnionRect(&both, &main, &own);
     return EqualRect(&both, &own);
 }
@@ -63,6 +74,9 @@ int CountDifferences(const Picture& a, const Picture& b) {
 
 HWND Open(const RunningProgram& program, const CoveringDialog& what) {
     const HWND dialog = OpenDialogWith(program, what.command, what.control);
+    if (what.control == IDC_DETAILS_LIST) {
+        WaitForDetails(program); // it grows for them
+    }
     Settle(program);
     return dialog;
 }
@@ -121,4 +135,23 @@ TEST_F(Density, WhatWasTypedInThePaytableStays) {
     EXPECT_TRUE(Covers(program, dialog));
     EXPECT_EQ(FieldText(dialog, IDC_FIRST_ONE_COIN + 3), L"77");
     LeaveDialog(dialog, IDCANCEL);
+}
+
+TEST_F(Density, ADialogOfAMinimisedWindowOpensWhereTheWindowWas) {
+    const RunningProgram program = StartSeeded(1, 0);
+    for (const CoveringDialog& what : placedDialogs) {
+        SCOPED_TRACE(what.command);
+        HWND dialog = Open(program, what);
+        const RECT expected = PlaceOf(dialog);
+        LeaveDialog(dialog, what.close);
+        SendMessageW(program.window, WM_SYSCOMMAND, SC_MINIMIZE, 0);
+        ASSERT_TRUE(IsIconic(program.window));
+        dialog = Open(program, what);
+        const RECT place = PlaceOf(dialog);
+        EXPECT_TRUE(EqualRect(&place, &expected))
+            << place.left << ' ' << place.top << ' ' << place.right << ' ' << place.bottom;
+        LeaveDialog(dialog, what.close);
+        SendMessageW(program.window, WM_SYSCOMMAND, SC_RESTORE, 0);
+        Settle(program);
+    }
 }
