@@ -330,9 +330,11 @@ bool CreateMainWindow(const wchar_t* className, const wchar_t* title, int show,
     return true;
 }
 
+// A loop of the system's own, of a menu or of a frame that is being moved, may take the message
+// that ends the program, so it ends with its window.
 int RunMessageLoop() {
     MSG message = {};
-    while (GetMessageW(&message, nullptr, 0, 0) == 1) {
+    while (IsWindow(program.window) && GetMessageW(&message, nullptr, 0, 0) == 1) {
         // A button that was pressed and left keeps the focus; keys are the table's all the same.
         if (message.message == WM_CHAR && GetParent(message.hwnd) == program.window) {
             message.hwnd = program.window;
@@ -340,7 +342,7 @@ int RunMessageLoop() {
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
-    return static_cast<int>(message.wParam);
+    return message.message == WM_QUIT ? static_cast<int>(message.wParam) : 0;
 }
 
 } // namespace
