@@ -42,6 +42,10 @@ INT_PTR ColourField(std::span<const DialogText> fields, HDC dc, HWND control) {
     return 0;
 }
 
+int CommandOf(HWND dialog, WPARAM wParam) {
+    return IsWindowEnabled(dialog) ? LOWORD(wParam) : 0;
+}
+
 HFONT DialogFont(HWND dialog) {
     return reinterpret_cast<HFONT>(SendMessageW(dialog, WM_GETFONT, 0, 0));
 }

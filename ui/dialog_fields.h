@@ -15,6 +15,10 @@ void SetFieldTexts(HWND dialog, std::span<const DialogText> fields);
 // the platform's own colours when the control is none of the fields or stands on the dialog's.
 INT_PTR ColourField(std::span<const DialogText> fields, HDC dc, HWND control);
 
+// For WM_COMMAND: the command that the dialog is given, or 0 while it is disabled. What reaches it
+// then, such as a close that came too late, would end it beneath the dialog that stands before it.
+int CommandOf(HWND dialog, WPARAM wParam);
+
 // The font the dialog shows its texts in.
 HFONT DialogFont(HWND dialog);
 

@@ -199,7 +199,7 @@ INT_PTR CALLBACK GameAnalysisDialogProc(HWND dialog, UINT message, WPARAM wParam
         return ColourField(totalField, reinterpret_cast<HDC>(wParam),
                            reinterpret_cast<HWND>(lParam));
     case WM_COMMAND:
-        switch (LOWORD(wParam)) {
+        switch (CommandOf(dialog, wParam)) {
         case IDC_RUN_ANALYSIS:
             AskAndRun(dialog);
             return TRUE;

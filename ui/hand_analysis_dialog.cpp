@@ -7,6 +7,7 @@
 #include "core/table.h"
 #include "strategy/best_hold.h"
 #include "ui/card_images.h"
+#include "ui/dialog_fields.h"
 #include "ui/drawing.h"
 #include "ui/hand_details_dialog.h"
 #include "ui/program.h"
@@ -341,7 +342,7 @@ INT_PTR CALLBACK HandAnalysisProc(HWND dialog, UINT message, WPARAM wParam, LPAR
         return TRUE;
     }
     case WM_COMMAND: {
-        const int id = LOWORD(wParam);
+        const int id = CommandOf(dialog, wParam);
         if (IsCardButton(id)) {
             Pick(dialog, id - IDC_FIRST_CARD);
         } else if (id == IDC_INFO) {

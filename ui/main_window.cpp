@@ -238,13 +238,13 @@ void Paint() {
 
 // A dialog disables the window; what reaches it all the same comes from another program. Beside a
 // running analysis that may be play, but never while the player is asked about a hand: it would be
-// played twice.
+// played twice, and the question holds the lock that a count-up needs.
 bool Refuses(UINT message, WPARAM wParam) {
     if (message == WM_CHAR || message == WM_LBUTTONDOWN || message == WM_COMMAND) {
         const int command = message == WM_COMMAND ? LOWORD(wParam) : IDC_DEAL_DRAW;
         const bool play = command == IDC_DEAL_DRAW || command == IDC_BET_ONE;
-        return !IsWindowEnabled(program.window) &&
-               (AskingAboutPlay() || !play || !GameAnalysisRuns());
+        return AskingAboutPlay() ||
+               (!IsWindowEnabled(program.window) && (!play || !GameAnalysisRuns()));
     }
     return false;
 }

@@ -36,7 +36,7 @@ INT_PTR CALLBACK SessionStatsProc(HWND dialog, UINT message, WPARAM wParam, LPAR
     case WM_CTLCOLORSTATIC:
         return ColourField(fields, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
     case WM_COMMAND:
-        switch (LOWORD(wParam)) {
+        switch (CommandOf(dialog, wParam)) {
         case IDOK:
             EndDialog(dialog, 1);
             return TRUE;

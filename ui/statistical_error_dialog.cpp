@@ -54,7 +54,7 @@ INT_PTR CALLBACK StatisticalErrorDialog(HWND dialog, UINT message, WPARAM wParam
         return ColourField(question->texts.fields, reinterpret_cast<HDC>(wParam),
                            reinterpret_cast<HWND>(lParam));
     case WM_COMMAND:
-        switch (LOWORD(wParam)) {
+        switch (CommandOf(dialog, wParam)) {
         case IDC_ANSWER_YES:
             EndDialog(dialog, AnswerYes);
             return TRUE;

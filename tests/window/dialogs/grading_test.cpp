@@ -327,6 +327,25 @@ TEST_F(Grading, KeepsItsQuestionBesideTheDetailsOpenedFromIt) {
     AnswerYes(question);
 }
 
+TEST_F(Grading, TakesNoAnswerBeneathTheDetails) {
+    Open(1);
+    Deal();
+    Hold(HoldCosting(0.1, Any));
+    const HWND question = DrawAndBeAsked();
+    PressButton(question, IDC_GRADING_DETAILS);
+    const HWND details = GetParent(WaitForDetails(program));
+    for (const int answer : {IDC_ANSWER_NO, IDC_ANSWER_YES}) {
+        SendMessageW(question, WM_COMMAND, static_cast<WPARAM>(answer), 0);
+    }
+    EXPECT_FALSE(IsWindowEnabled(program.window)) << "play goes on beneath a dialog";
+    Do(program, IDC_DEAL_DRAW);
+    LeaveDialog(details, IDOK);
+    EXPECT_TRUE(IsWindow(question));
+    EXPECT_TRUE(IsWindowEnabled(question));
+    AnswerYes(question);
+    EXPECT_THAT(ReadStats(program, {StatsHands}), ElementsAre(L"1 "));
+}
+
 TEST_F(Grading, AnswersTheRealKeyboard) {
     Open(1);
     Deal();

@@ -47,7 +47,7 @@ struct JournalEntry {
     LONG width;
     LONG height;
     DialogKind dialog;
-    bool enabled;      // the main window
+    bool enabled;      // the main window, or the dialog that is given a command
     bool asking;       // about a play
     bool analysisRuns; // beside the dialog
     bool stored[2];    // of Payouts: whether the store holds a value

@@ -84,6 +84,7 @@ void WriteDialog(Told told, HWND dialog, LONG number) {
     JournalEntry entry{};
     entry.told = told;
     entry.number = number;
+    entry.enabled = IsWindowEnabled(dialog) != FALSE;
     entry.dialog =
         static_cast<DialogKind>(reinterpret_cast<std::intptr_t>(GetPropW(dialog, KindProperty)));
     if (entry.dialog == DialogKind::NeedMoney) {

@@ -212,7 +212,7 @@ void BeginCommand(Ledger& ledger, Running& command) {
 bool IsLetIn(const JournalEntry& entry) {
     const bool play =
         entry.told != Told::Command || entry.number == IDC_DEAL_DRAW || entry.number == IDC_BET_ONE;
-    return entry.enabled || (!entry.asking && play && entry.analysisRuns);
+    return !entry.asking && (entry.enabled || (play && entry.analysisRuns));
 }
 
 void EnterCommand(Ledger& ledger, const JournalEntry& entry) {
@@ -336,7 +336,11 @@ std::int32_t NumberIn(const wchar_t* text) {
     return number > 0x7FFFFFFFLL ? 0 : static_cast<std::int32_t>(number);
 }
 
+// A dialog that another stands before takes no answer.
 void EnterAnswer(Ledger& ledger, const JournalEntry& entry) {
+    if (!entry.enabled) {
+        return;
+    }
     for (OpenDialog& dialog : ledger.dialogs) {
         const bool answers = entry.dialog != DialogKind::Question ||
                              entry.number == IDC_ANSWER_YES || entry.number == IDC_ANSWER_NO;
