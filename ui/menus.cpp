@@ -4,6 +4,7 @@
 
 #include "ui/program.h"
 #include "ui/resource.h"
+#include "ui/shell.h"
 
 namespace {
 
@@ -76,11 +77,14 @@ void AppendAll(HMENU menu, const Item (&items)[count]) {
     }
 }
 
+// One menu at a time: the end of the second would leave the first on the screen.
 void OpenAndDestroy(HMENU menu) {
     POINT corner = {program.layout.menuRight, program.layout.menuTop};
     ClientToScreen(program.window, &corner);
-    TrackPopupMenuEx(menu, TPM_RIGHTALIGN | TPM_TOPALIGN, corner.x, corner.y, program.window,
-                     nullptr);
+    if (!ShellMenuIsOpen()) {
+        TrackPopupMenuEx(menu, TPM_RIGHTALIGN | TPM_TOPALIGN, corner.x, corner.y, program.window,
+                         nullptr);
+    }
     DestroyMenu(menu);
     // The menu's own loop takes the message that ends the program.
     if (!IsWindow(program.window)) {

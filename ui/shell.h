@@ -39,6 +39,9 @@ bool ShellHandle(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 void ShellHideInputPanelButton(HWND window);
 void ShellShowInputPanelButton(HWND window);
 
+// Whether a menu is open, the program's or the one that a desktop's window has of itself.
+bool ShellMenuIsOpen();
+
 // Carries out all drawing asked for so far, before pixels are read directly.
 void ShellFinishDrawing();
 

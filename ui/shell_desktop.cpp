@@ -213,6 +213,12 @@ void ShellShowInputPanelButton(HWND window) {
     SetFullScreenState(window, ShowInputPanelButtonState);
 }
 
+bool ShellMenuIsOpen() {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    return GetGUIThreadInfo(GetCurrentThreadId(), &info) && (info.flags & GUI_INMENUMODE) != 0;
+}
+
 void ShellFinishDrawing() {
     GdiFlush();
 }

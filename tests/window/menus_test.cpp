@@ -239,6 +239,22 @@ TEST_F(Menus, OpeningTheGamesReadsThePaytablesAnew) {
     EXPECT_TRUE(ShowsRow(program, game, 0, 5, false));
 }
 
+// A menu opened while the window's own is open would leave that one on the screen.
+TEST_F(Menus, DoNotOpenOverTheMenuOfTheWindowItself) {
+    const RunningProgram program = StartSeeded(1, 0);
+    PostMessageW(program.window, WM_SYSCOMMAND, SC_KEYMENU, L' ');
+    ASSERT_TRUE(Eventually([&] { return MenuIsOpen(program); }));
+    for (const int menu : {IDC_MENU, IDC_GAMES, IDM_DEAL_SPEED}) {
+        Post(program, menu);
+        Settle(program);
+    }
+    Sleep(200); // for a menu that should not open
+    CloseMenu(program);
+    CloseMenu(program); // and leaves the title, where it began
+    EXPECT_GT(OpenMenu(program, IDC_GAMES).count, 0);
+    CloseMenu(program);
+}
+
 TEST_F(Menus, EveryCommandGivesTheFocusBack) {
     const RunningProgram program = StartSeeded(1, 0);
     for (const int command : {IDM_NO_TRAINING, IDM_WARN, IDM_AUTOHOLD, IDM_NO_TRAINING, IDM_NO_DRAW,
