@@ -112,8 +112,12 @@ bool IsTapOrKey(UINT message) {
 }
 
 // Taps and keys given while the cards were moving are thrown away on purpose; whatever else waits,
-// a repaint or the end of the session, gets its turn.
+// a repaint or the end of the session, gets its turn. A pointer that moves or sizes the window is
+// the system's own, which waits for its release.
 void DiscardInput() {
+    if (GetCapture() == program.window) {
+        return;
+    }
     MSG message;
     while (PeekMessageW(&message, program.window, 0, 0, PM_REMOVE)) {
         if (!IsTapOrKey(message.message)) {

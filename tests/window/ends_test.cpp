@@ -37,19 +37,6 @@ void EndSession(const RunningProgram& program) {
     SendMessageTimeoutW(program.window, WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, Patience, &answer);
 }
 
-// Presses the real pointer on the title bar and does not let go.
-void HoldByTitle(const RunningProgram& program) {
-    RECT place;
-    GetWindowRect(program.window, &place);
-    RunXdotool(L"mousemove " + std::to_wstring((place.left + place.right) / 2) + L" " +
-               std::to_wstring(place.top + 12) + L" mousedown 1");
-    ASSERT_TRUE(Eventually([&] {
-        GUITHREADINFO info = {};
-        info.cbSize = sizeof info;
-        return GetGUIThreadInfo(program.thread, &info) && (info.flags & GUI_INMOVESIZE) != 0;
-    })) << "the window is not held";
-}
-
 } // namespace
 
 TEST_F(Ends, WithAWholeWinWhicheverWayItIsClosedDuringTheCountUp) {
@@ -110,11 +97,11 @@ TEST_F(Ends, WithTheSessionWhileAMenuIsOpen) {
 // Moving has a message loop of the system's own.
 TEST_F(Ends, WhileTheWindowIsHeldByItsTitle) {
     const RunningProgram program = StartUntrained(1);
-    HoldByTitle(program);
+    GrabTitle(program);
     Post(program, IDM_EXIT);
     EXPECT_EQ(ExitCodeOf(program.process), 0U);
     EXPECT_EQ(Setting(L"Lastbet"), 5U);
-    RunXdotool(L"mouseup 1");
+    LetGo();
 }
 
 TEST_F(Ends, InTheMiddleOfAHandWithTheBetSpent) {

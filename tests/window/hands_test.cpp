@@ -255,6 +255,16 @@ TEST_F(Hands, TapsAndKeysDuringTheDealAreThrownAway) {
     EXPECT_EQ(ControlText(program, IDC_BET_ONE), L"Bet 5");
 }
 
+TEST_F(Hands, TheWindowIsLetGoDuringTheDeal) {
+    const RunningProgram program = StartUntrained(1, 100);
+    GrabTitle(program);
+    Post(program, IDC_DEAL_DRAW);
+    ASSERT_TRUE(ShowsCredits(program, 95)); // the cards are about to move
+    LetGo();
+    EXPECT_TRUE(Eventually([&] { return Holding(program); }));
+    EXPECT_TRUE(Eventually([&] { return !IsGrabbed(program); })) << "it goes with the pointer";
+}
+
 // Moving the window has a message loop of its own, which plays on: what it meets must be a hand
 // that is dealt to the end.
 TEST_F(Hands, TheDealIsCompleteBeforeAMoveOfTheWindowBegins) {

@@ -284,6 +284,24 @@ void PressPointer(const RunningProgram& program, int x, int y) {
     RunXdotool(L"mousemove " + PointArguments(program, x, y) + L" click 1");
 }
 
+void GrabTitle(const RunningProgram& program) {
+    RECT place;
+    GetWindowRect(program.window, &place);
+    RunXdotool(L"mousemove " + std::to_wstring((place.left + place.right) / 2) + L" " +
+               std::to_wstring(place.top + 12) + L" mousedown 1");
+    EXPECT_TRUE(Eventually([&] { return IsGrabbed(program); })) << "the title is not grabbed";
+}
+
+bool IsGrabbed(const RunningProgram& program) {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    return GetGUIThreadInfo(program.thread, &info) && (info.flags & GUI_INMOVESIZE) != 0;
+}
+
+void LetGo() {
+    RunXdotool(L"mouseup 1");
+}
+
 HWND Control(const RunningProgram& program, int id) {
     return GetDlgItem(program.window, id);
 }

@@ -92,6 +92,11 @@ void PressKeys(const RunningProgram& program, const std::wstring& keys);
 void PressKeysIn(HWND window, const std::wstring& keys);
 void PressPointer(const RunningProgram& program, int x, int y);
 
+// Presses the real pointer on the title bar, by which the window can be moved until LetGo.
+void GrabTitle(const RunningProgram& program);
+bool IsGrabbed(const RunningProgram& program);
+void LetGo();
+
 // Starts xdotool with any of its commands, and does not wait for it.
 void RunXdotool(const std::wstring& arguments);
 
