@@ -17,6 +17,8 @@ inline constexpr wchar_t MarkMessage[] = L"TessarinJournalMark"; // writes wPara
 inline constexpr wchar_t TapMessage[] = L"TessarinJournalTap";
 // Answers how many menus and icons the program has.
 inline constexpr wchar_t CountMessage[] = L"TessarinJournalCount";
+// Answers how many bytes of its heaps are in use.
+inline constexpr wchar_t HeapMessage[] = L"TessarinJournalHeap";
 
 enum class Told : LONG {
     Command,     // to the main window: number = its id

@@ -1,4 +1,5 @@
 #include <cwchar>
+#include <iterator>
 #include <string>
 
 #include "core/games.h"
@@ -19,6 +20,7 @@ Journal* journal = nullptr;
 UINT markMessage = 0;
 UINT tapMessage = 0;
 UINT countMessage = 0;
+UINT heapMessage = 0;
 
 void Write(const JournalEntry& entry) {
     const LONG number = journal->written;
@@ -129,6 +131,21 @@ LRESULT CountMenusAndIcons() {
     return count;
 }
 
+LRESULT CountHeapBytes() {
+    HANDLE heaps[16];
+    const DWORD count = GetProcessHeaps(static_cast<DWORD>(std::size(heaps)), heaps);
+    std::size_t bytes = 0;
+    for (DWORD i = 0; i < count && i < std::size(heaps); ++i) {
+        HeapLock(heaps[i]);
+        PROCESS_HEAP_ENTRY entry = {};
+        while (HeapWalk(heaps[i], &entry)) {
+            bytes += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0 ? entry.cbData : 0;
+        }
+        HeapUnlock(heaps[i]);
+    }
+    return static_cast<LRESULT>(bytes);
+}
+
 LRESULT PassOn(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     const auto procedure = reinterpret_cast<WNDPROC>(GetPropW(window, OldProcedure));
     if (message == WM_NCDESTROY) {
@@ -145,6 +162,9 @@ LRESULT CALLBACK SeeMain(HWND window, UINT message, WPARAM wParam, LPARAM lParam
     }
     if (message == countMessage) {
         return CountMenusAndIcons();
+    }
+    if (message == heapMessage) {
+        return CountHeapBytes();
     }
     switch (message) {
     case WM_COMMAND: {
@@ -256,5 +276,6 @@ void KeepJournal() {
     markMessage = RegisterWindowMessageW(MarkMessage);
     tapMessage = RegisterWindowMessageW(TapMessage);
     countMessage = RegisterWindowMessageW(CountMessage);
+    heapMessage = RegisterWindowMessageW(HeapMessage);
     SetWindowsHookExW(WH_CALLWNDPROC, SeeSent, nullptr, GetCurrentThreadId());
 }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <map>
 #include <sstream>
 
 #include "tests/window/gdi_objects.h"
@@ -15,7 +16,7 @@ namespace {
 
 struct WindowCount {
     DWORD process;
-    int windows;
+    std::map<std::wstring, int> byClass;
 };
 
 BOOL CALLBACK CountWindow(HWND window, LPARAM parameter) {
@@ -23,7 +24,9 @@ BOOL CALLBACK CountWindow(HWND window, LPARAM parameter) {
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
     if (process == count.process) {
-        ++count.windows;
+        wchar_t name[64] = L"";
+        GetClassNameW(window, name, 64);
+        ++count.byClass[name];
         if ((GetWindowLongW(window, GWL_STYLE) & WS_CHILD) == 0) {
             EnumChildWindows(window, CountWindow, parameter);
         }
@@ -31,21 +34,35 @@ BOOL CALLBACK CountWindow(HWND window, LPARAM parameter) {
     return TRUE;
 }
 
-int UserObjectsOf(const RunningProgram& program) {
-    const DWORD known = GetGuiResources(program.process, GR_USEROBJECTS);
-    if (known != 0) {
-        return static_cast<int>(known);
-    }
-    WindowCount count = {program.processId, 0};
+// What the program answers by its journal.
+DWORD_PTR Ask(const RunningProgram& program, const wchar_t* message) {
+    DWORD_PTR answer = 0;
+    SendMessageTimeoutW(program.window, RegisterWindowMessageW(message), 0, 0, SMTO_NORMAL,
+                        Patience, &answer);
+    return answer;
+}
+
+// Windows by their classes, hidden ones and those of the system too.
+std::map<std::wstring, int> WindowsOf(const RunningProgram& program) {
+    WindowCount count = {program.processId, {}};
     EnumWindows(CountWindow, reinterpret_cast<LPARAM>(&count));
     HWND quiet = nullptr;
     while ((quiet = FindWindowExW(HWND_MESSAGE, quiet, nullptr, nullptr)) != nullptr) {
         CountWindow(quiet, reinterpret_cast<LPARAM>(&count));
     }
-    DWORD_PTR others = 0;
-    SendMessageTimeoutW(program.window, RegisterWindowMessageW(CountMessage), 0, 0, SMTO_NORMAL,
-                        Patience, &others);
-    return count.windows + static_cast<int>(others);
+    return count.byClass;
+}
+
+int UserObjectsOf(const RunningProgram& program) {
+    const DWORD known = GetGuiResources(program.process, GR_USEROBJECTS);
+    if (known != 0) {
+        return static_cast<int>(known);
+    }
+    int count = static_cast<int>(Ask(program, CountMessage));
+    for (const auto& [name, windows] : WindowsOf(program)) {
+        count += windows;
+    }
+    return count;
 }
 
 int ThreadsOf(DWORD process) {
@@ -136,8 +153,12 @@ std::vector<std::wstring> Names(const std::wstring& pattern) {
 }
 
 Objects Least(const Objects& a, const Objects& b) {
-    return {std::min(a.gdi, b.gdi), std::min(a.user, b.user), std::min(a.threads, b.threads),
-            std::min(a.handles, b.handles), std::min(a.privateBytes, b.privateBytes)};
+    return {std::min(a.gdi, b.gdi),
+            std::min(a.user, b.user),
+            std::min(a.threads, b.threads),
+            std::min(a.handles, b.handles),
+            std::min(a.heapBytes, b.heapBytes),
+            std::min(a.privateBytes, b.privateBytes)};
 }
 
 } // namespace
@@ -194,8 +215,12 @@ Objects CountObjects(const RunningProgram& program, const SystemView& view) {
                              sizeof memory);
         bytes = static_cast<long long>(memory.PrivateUsage);
     }
-    return {GdiObjectsOf(program.process), UserObjectsOf(program), ThreadsOf(program.processId),
-            HandlesOf(program.processId), bytes};
+    return {GdiObjectsOf(program.process),
+            UserObjectsOf(program),
+            ThreadsOf(program.processId),
+            HandlesOf(program.processId),
+            static_cast<long long>(Ask(program, HeapMessage)),
+            bytes};
 }
 
 Objects CountLastingObjects(const RunningProgram& program, const SystemView& view) {
@@ -205,6 +230,14 @@ Objects CountLastingObjects(const RunningProgram& program, const SystemView& vie
         least = Least(least, CountObjects(program, view));
     }
     return least;
+}
+
+std::wstring DescribeUserObjects(const RunningProgram& program) {
+    std::wstring text = std::to_wstring(Ask(program, CountMessage)) + L" menus and icons";
+    for (const auto& [name, windows] : WindowsOf(program)) {
+        text += L", " + std::to_wstring(windows) + L" " + name;
+    }
+    return text;
 }
 
 bool RealInputIsOnItsWay() {

@@ -12,7 +12,8 @@ struct Objects {
     int user; // windows, menus and icons
     int threads;
     int handles;
-    long long privateBytes;
+    long long heapBytes;    // in use
+    long long privateBytes; // also what the system keeps for it and what is free again
 };
 
 // The system's own id of the process and its threads' waiting, beneath Wine; 0 where there is none.
@@ -36,6 +37,9 @@ Objects CountObjects(const RunningProgram& program, const SystemView& view);
 // Without those of drawing that just goes on, and of threads that just end: the least of each that
 // several looks in about a second see.
 Objects CountLastingObjects(const RunningProgram& program, const SystemView& view);
+
+// The user objects by their kinds.
+std::wstring DescribeUserObjects(const RunningProgram& program);
 
 // Whether somebody on this machine is about to press a real key or the real pointer.
 bool RealInputIsOnItsWay();

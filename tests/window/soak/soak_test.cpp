@@ -26,6 +26,9 @@ constexpr LONG MarksAhead = 3;          // of the fidget before the program
 constexpr std::int64_t MostLate = 5000; // coins worth reading from the panel
 constexpr int LeaveTimes = 3;           // what comes while the cards move is thrown away
 constexpr int KeptGdiObjects = 330;
+constexpr int KeptCursors = 8;
+constexpr int KeptHeap = 128 * 1024;      // bytes
+constexpr int KeptMemory = 8192 * 1024;   // bytes; the largest window's picture is five of these
 constexpr DWORD LongestWayOfInput = 5000; // milliseconds
 constexpr wchar_t StatsTitle[] = L"Current Session Analysis";
 
@@ -112,9 +115,10 @@ class QuietHelp {
 };
 
 void Print(const char* when, const Objects& objects) {
-    std::printf("  %-6s %d GDI, %d user, %d threads, %d handles, %lld kB private\n", when,
-                objects.gdi, objects.user, objects.threads, objects.handles,
-                objects.privateBytes / 1024);
+    std::printf("  %-6s %d GDI, %d user, %d threads, %d handles, %lld kB in use, %lld kB "
+                "private\n",
+                when, objects.gdi, objects.user, objects.threads, objects.handles,
+                objects.heapBytes / 1024, objects.privateBytes / 1024);
 }
 
 class Soak : public WindowTest {
@@ -151,6 +155,7 @@ class Soak : public WindowTest {
     std::unique_ptr<Fidget> fidget;
     Ledger ledger;
     int looks = 0;
+    std::wstring userObjects;
     std::optional<Objects> before; // none where the session ended too soon
     std::optional<Objects> after;
 };
@@ -311,21 +316,23 @@ Objects Soak::Measure() {
     Post(program, IDM_FIRST_GAME);
     OpenEverything();
     CatchUp(fidget->LeaveMark());
+    userObjects += DescribeUserObjects(program) + L"\n";
     return CountLastingObjects(program, *view);
 }
 
 // What is lost at each hand or dialog is lost many times in the shortest run. The room left is the
-// system's own: it keeps device contexts ready, each with a region and a bitmap, a thread with its
-// handles for the next sound, and memory that was freed.
+// system's own: it keeps device contexts ready, each with a region and a bitmap, cursors and icons
+// once they were shown, a thread with its handles for the next sound, and memory that was freed.
 void Soak::CompareObjects() const {
     if (!before || !after) {
         return;
     }
     EXPECT_LE(after->gdi, std::max(before->gdi, KeptGdiObjects));
-    EXPECT_LE(after->user, before->user + 2);
+    EXPECT_LE(after->user, before->user + KeptCursors) << userObjects;
     EXPECT_LE(after->threads, before->threads + 2);
     EXPECT_LE(after->handles, before->handles + 16);
-    EXPECT_LE(after->privateBytes, before->privateBytes + 4096 * 1024);
+    EXPECT_LE(after->heapBytes, before->heapBytes + KeptHeap);
+    EXPECT_LE(after->privateBytes, before->privateBytes + KeptMemory);
 }
 
 // The player may have chosen the end already.
@@ -394,6 +401,7 @@ void Soak::PlaySession(std::uint32_t seed, double seconds) {
     ledger.~Ledger();
     new (&ledger) Ledger;
     looks = 0;
+    userObjects.clear();
     before.reset();
     after.reset();
     Start(seed);
