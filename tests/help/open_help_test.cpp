@@ -82,16 +82,18 @@ class HelpTest : public WindowTest {
 
     void ForgetSeen() { DeleteFileW(seenFile.c_str()); }
 
-    bool SeenIsThere() { return GetFileAttributesW(seenFile.c_str()) != INVALID_FILE_ATTRIBUTES; }
-
-    // What the viewer was asked for, once it has been.
+    // What the viewer was asked for, once it has been. A file that has just got its name may still
+    // be closed to others.
     Seen WaitForSeen() {
-        if (!Eventually([&] { return SeenIsThere(); })) {
+        HANDLE file = INVALID_HANDLE_VALUE;
+        if (!Eventually([&] {
+                file = CreateFileW(seenFile.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                   FILE_ATTRIBUTE_NORMAL, nullptr);
+                return file != INVALID_HANDLE_VALUE;
+            })) {
             ADD_FAILURE() << "no viewer was started";
             return {};
         }
-        const HANDLE file = CreateFileW(seenFile.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
-                                        FILE_ATTRIBUTE_NORMAL, nullptr);
         std::wstring text(4096, L'\0');
         DWORD size = 0;
         ReadFile(file, text.data(), static_cast<DWORD>(text.size() * sizeof(wchar_t)), &size,
