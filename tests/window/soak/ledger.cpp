@@ -278,8 +278,8 @@ void EnterShownText(Ledger& ledger, std::wstring Running::*awaited, const std::w
 }
 
 void EnterKey(Ledger& ledger, const JournalEntry& entry) {
-    ++ledger.keys;
     const LONG key = entry.number & 0xFF;
+    ledger.signs += key == SignKey ? 1 : 0;
     if (IsLetIn(entry) && key >= '1' && key <= '5') {
         ToggleHold(ledger.table, static_cast<std::size_t>(key - '1'));
     }

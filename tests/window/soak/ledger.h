@@ -13,6 +13,9 @@
 #include "training/session_stats.h"
 #include "ui/layout.h"
 
+// A key that means nothing to the program, counted as a sign that what was before it has come by.
+inline constexpr wchar_t SignKey = L'9';
+
 // How far a Deal/Draw command that is being carried out has come.
 enum class Stage { Nothing, MayDeal, Buying, MustAsk, Asked };
 
@@ -70,8 +73,8 @@ struct Ledger {
     std::int64_t questions = 0;
     std::int64_t purchases = 0;
     std::int64_t resets = 0;
-    std::int64_t keys = 0; // also those that mean nothing
-    LONG mark = 0;         // the last one that came by
+    std::int64_t signs = 0;
+    LONG mark = 0; // the last one that came by
     std::vector<std::string> faults;
 };
 

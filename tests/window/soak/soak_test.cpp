@@ -198,19 +198,19 @@ void Soak::FidgetUntil(double end) {
     }
 }
 
-// Real input is still on its way for a while after it was given. A key that means nothing comes
-// after all of it.
+// Real input is still on its way for a while after it was given. A key that nothing else presses
+// comes after all of it.
 void Soak::AwaitRealInput() {
     Eventually([] { return !RealInputIsOnItsWay(); }, LongestWayOfInput);
     if (!fidget->ComeToRest() || !Alive()) {
         return;
     }
-    const std::int64_t keys = ledger.keys;
-    PressKeys(program, L"0");
+    const std::int64_t signs = ledger.signs;
+    PressKeys(program, std::wstring(1, SignKey));
     Eventually(
         [&] {
             Read();
-            return ledger.keys > keys || !Alive();
+            return ledger.signs > signs || !Alive();
         },
         LongestWayOfInput);
 }
@@ -430,7 +430,7 @@ void Soak::PlaySession(std::uint32_t seed, double seconds) {
 TEST_F(Soak, EndsAsItBegan) {
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     const QuietHelp quiet;
-    const double seconds = NumberFrom("TESSARIN_SOAK_SECONDS", 45);
+    const double seconds = NumberFrom("TESSARIN_SOAK_SECONDS", 60);
     const std::uint32_t seed =
         NumberFrom("TESSARIN_SOAK_SEED", static_cast<std::uint32_t>(GetTickCount64() % 1000000));
     std::printf("seed %u, %.0f s\n", seed, seconds);
