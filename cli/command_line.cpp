@@ -124,6 +124,10 @@ void DescribeVerbs(TypedLine& line) {
     line.hand = AddHand(line.app, line.words);
     line.game = AddGame(line.app, line.words);
     line.games = line.app.add_subcommand("games", "The games with their rows and default payouts");
+    line.app.get_formatter()->label("SUBCOMMAND", "VERB");
+    for (CLI::App* verb : line.app.get_subcommands({})) {
+        verb->group("Verbs");
+    }
 }
 
 bool ParseVerb(const TypedLine& line, Request& request, std::string& error) {
