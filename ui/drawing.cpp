@@ -1,8 +1,8 @@
 #include "ui/drawing.h"
 
 #include <atomic>
-#include <cstddef>
 #include <cwchar>
+#include <span>
 
 #include "ui/program.h"
 
@@ -72,9 +72,8 @@ struct Piece {
 };
 
 // Of the pieces side by side, with a blank between two.
-template <std::size_t count>
-int NeededWidth(HDC dc, const Piece (&pieces)[count]) {
-    int needed = static_cast<int>(count - 1) * TextWidth(dc, L" ");
+int NeededWidth(HDC dc, std::span<const Piece> pieces) {
+    int needed = static_cast<int>(pieces.size() - 1) * TextWidth(dc, L" ");
     for (const Piece& piece : pieces) {
         needed += TextWidth(dc, piece.text);
     }
@@ -84,8 +83,7 @@ int NeededWidth(HDC dc, const Piece (&pieces)[count]) {
 // Selects a cut of the selected font, of the same height, in which the pieces fit, and returns it;
 // null if they fit already or no cut can be had. Cuts come in whole pixels of a mean character,
 // which is not every text's, so the first may be too wide still.
-template <std::size_t count>
-HFONT SelectNarrowed(HDC dc, const Piece (&pieces)[count], int available) {
+HFONT SelectNarrowed(HDC dc, std::span<const Piece> pieces, int available) {
     const int needed = NeededWidth(dc, pieces);
     if (needed <= available) {
         return nullptr;
@@ -111,8 +109,7 @@ HFONT SelectNarrowed(HDC dc, const Piece (&pieces)[count], int available) {
     return narrowed;
 }
 
-template <std::size_t count>
-void DrawPieces(HDC dc, const Piece (&pieces)[count], const Area& area, COLORREF colour) {
+void DrawPieces(HDC dc, std::span<const Piece> pieces, const Area& area, COLORREF colour) {
     RECT box = RectOf(area);
     const COLORREF colourBefore = SetTextColor(dc, colour);
     const int modeBefore = SetBkMode(dc, TRANSPARENT);
@@ -134,12 +131,14 @@ void DrawPieces(HDC dc, const Piece (&pieces)[count], const Area& area, COLORREF
 
 void DrawFittedText(HDC dc, const wchar_t* text, const Area& area, COLORREF colour,
                     UINT alignment) {
-    DrawPieces(dc, {{text, alignment}}, area, colour);
+    const Piece pieces[] = {{text, alignment}};
+    DrawPieces(dc, pieces, area, colour);
 }
 
 void DrawFittedPair(HDC dc, const wchar_t* label, const wchar_t* number, const Area& area,
                     COLORREF colour) {
-    DrawPieces(dc, {{label, DT_LEFT}, {number, DT_RIGHT}}, area, colour);
+    const Piece pieces[] = {{label, DT_LEFT}, {number, DT_RIGHT}};
+    DrawPieces(dc, pieces, area, colour);
 }
 
 void CopyPicture(HDC dc, int x, int y, int width, int height, HBITMAP source, int sourceX,

@@ -1,5 +1,3 @@
-#include <winternl.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
