@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "core/types.h"
 #include "tests/window/soak/journal.h"
 #include "ui/resource.h"
@@ -43,6 +45,11 @@ bool Has(HWND dialog, int id) {
 
 std::wstring At(POINT point) {
     return std::to_wstring(point.x) + L" " + std::to_wstring(point.y);
+}
+
+// Where the pointer can go; a window may begin outside the screen.
+std::wstring OnScreen(POINT point) {
+    return At({std::max(0L, point.x), std::max(0L, point.y)});
 }
 
 constexpr int commands[] = {
@@ -189,8 +196,8 @@ void Fidget::XdoKeys(const std::wstring& keys) {
     const HWND top = Top();
     RECT place = {};
     GetWindowRect(top != nullptr ? top : program.window, &place);
-    RunXdotool(L"mousemove " + At({(place.left + place.right) / 2, place.bottom - 4}) + L" key " +
-               keys);
+    RunXdotool(L"mousemove " + OnScreen({(place.left + place.right) / 2, place.bottom - 4}) +
+               L" key " + keys);
 }
 
 void Fidget::XdoClick(HWND window) {
@@ -204,7 +211,7 @@ void Fidget::XdoClick(HWND window) {
     POINT point = {place.left + static_cast<LONG>(Below(static_cast<std::uint32_t>(width))),
                    place.top + title +
                        static_cast<LONG>(Below(static_cast<std::uint32_t>(height)))};
-    RunXdotool(L"mousemove " + At(point) + L" click 1");
+    RunXdotool(L"mousemove " + OnScreen(point) + L" click 1");
 }
 
 // The lower right corner of the frame, or the title, drawn to another place.
@@ -216,7 +223,8 @@ void Fidget::XdoDrag() {
     const POINT from = corner ? POINT{place.right - 2, place.bottom - 2}
                               : POINT{(place.left + place.right) / 2, place.top + 12};
     const POINT to = {static_cast<LONG>(100 + Below(1000)), static_cast<LONG>(60 + Below(800))};
-    RunXdotool(L"mousemove " + At(from) + L" mousedown 1 mousemove " + At(to) + L" mouseup 1");
+    RunXdotool(L"mousemove " + OnScreen(from) + L" mousedown 1 mousemove " + OnScreen(to) +
+               L" mouseup 1");
 }
 
 void Fidget::PlayHand() {
