@@ -245,6 +245,12 @@ void DealOrDraw() {
     }
 }
 
+void RefuseDealOrDraw() {
+    if (!program.table.inDraw) {
+        ShowGameOver();
+    }
+}
+
 void ShowBet() {
     SetControlText(IDC_BET_ONE, FormatInteger(L"Bet %i", program.table.bet).c_str());
 }

@@ -254,6 +254,9 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
         return 0;
     }
     if (Refuses(message, wParam)) {
+        if (message == WM_COMMAND && LOWORD(wParam) == IDC_DEAL_DRAW) {
+            RefuseDealOrDraw();
+        }
         return 0;
     }
     switch (message) {

@@ -186,6 +186,26 @@ TEST_F(Hands, NoDrawDealsAgainAtOnceForNothing) {
     EXPECT_EQ(Setting(L"Credits"), 100U);
 }
 
+// The command by which it deals again meets a dialog that another command has opened.
+TEST_F(Hands, ADrillThatCannotDealAgainSaysSo) {
+    SetSetting(L"NoDraw", 1);
+    const RunningProgram program = StartUntrained(1);
+    Do(program, IDC_DEAL_DRAW);
+    const HANDLE thread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, program.thread);
+    SuspendThread(thread); // so that both are there before the first is carried out
+    Post(program, IDC_DEAL_DRAW);
+    Post(program, IDM_SESSION_STATS);
+    ResumeThread(thread);
+    CloseHandle(thread);
+    const HWND dialog = WaitForDialog(program, L"Current Session Analysis");
+    EXPECT_TRUE(Eventually([&] { return ControlText(program, IDC_DEAL_DRAW) == L"Deal"; }));
+    LeaveDialog(dialog, IDOK);
+    EXPECT_TRUE(IsWindowEnabled(Control(program, IDC_BET_ONE)));
+    EXPECT_TRUE(ShowsPrompt(program, GameOver));
+    Do(program, IDC_DEAL_DRAW);
+    EXPECT_TRUE(Holding(program));
+}
+
 TEST_F(Hands, BetGoesFromFiveToOne) {
     const RunningProgram program = StartUntrained(1);
     for (const int bet : {1, 2, 3, 4, 5, 1}) {

@@ -220,6 +220,8 @@ void EnterCommand(Ledger& ledger, const JournalEntry& entry) {
     command.id = entry.number;
     if (IsLetIn(entry)) {
         BeginCommand(ledger, command);
+    } else if (command.id == IDC_DEAL_DRAW && !ledger.table.inDraw) {
+        command.dealTexts.emplace_back(L"Deal");
     }
     ledger.running.push_back(command);
 }
