@@ -395,6 +395,9 @@ void Soak::Look(double warm) {
     }
     LookAtTable();
     LookAtStats();
+    if (HasFailure()) {
+        journal->ShowLast();
+    }
 }
 
 void Soak::PlaySession(std::uint32_t seed, double seconds) {
