@@ -5,9 +5,11 @@
 
 # shellcheck disable=SC2034 # they are for those who source this
 {
-    # Configuring looks for what the tests and the command line are built with, too.
+    # Configuring looks for what the tests and the command line are built with, too; the package is
+    # packed by Python.
     buildNeeds=(
         cmake ninja-build g++-mingw-w64-x86-64-posix googletest libcli11-dev nlohmann-json3-dev
+        python3
     )
     # The program's texts are drawn with the fonts.
     wineNeeds=("wine64|wine" wine fonts-wine fonts-liberation)

@@ -7,4 +7,11 @@ if(Python3_Interpreter_FOUND)
     DEPENDS tessarin_ce tessarin_cli help_files
     USES_TERMINAL
     VERBATIM)
+else()
+  add_custom_target(package
+    COMMAND ${CMAKE_COMMAND} -E echo
+      "The package is packed by Python 3, which is missing (python3 in Debian). Install it, then configure anew: cmake --fresh --preset windows"
+    COMMAND ${CMAKE_COMMAND} -E false
+    COMMENT "Looking for Python 3"
+    VERBATIM)
 endif()
