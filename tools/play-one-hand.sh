@@ -46,14 +46,14 @@ press() {
     xdotool key --delay 50 "${@:2}"
 }
 
-# Deals, holds two cards, draws, stands by the hold if the trainer asks, and ends the program.
-# Leaves a picture of the final hand; fails unless the program counted one hand more.
+# Starts the program PROGRAM, deals, holds two cards, draws, stands by the hold if the trainer asks,
+# and ends the program. Leaves a picture of the final hand; fails unless the program counted one
+# hand more. The display it starts is the caller's to stop. Usage: play_one_hand PROGRAM PICTURE
 play_one_hand() {
-    local picture=$1 window dialog program before
+    local picture=$2 window dialog program before
     before=$(stored_hands)
-    trap 'stop_display' EXIT
     start_display 1280x1024
-    wine build/windows/bin/tessarin-ce.exe >/dev/null 2>&1 &
+    wine "$1" >/dev/null 2>&1 &
     program=$!
     if ! window=$(find_window "Tessarin CE" 600); then
         echo "The program's window does not come up." >&2
@@ -71,7 +71,7 @@ play_one_hand() {
     press "$window" 1 2
     wait_until_still
     press "$window" Return
-    if dialog=$(find_window "Statistical Error!" 10); then
+    if dialog=$(find_window "Statistical Error!" 20); then
         press "$dialog" alt+y
         wait_until_gone "Statistical Error!"
     fi
@@ -84,5 +84,4 @@ play_one_hand() {
         echo "The hand was not played to its end." >&2
         exit 1
     fi
-    echo "The hand is in $picture."
 }
