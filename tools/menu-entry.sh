@@ -92,6 +92,16 @@ install_entry() {
     echo "The entry starts $program. If you move this folder, run ./play --install there."
 }
 
+# Removes the folders that install_entry may have made, but none with anything in it.
+remove_empty_folders() {
+    local size folders=()
+    for size in "${iconSizes[@]}"; do
+        folders+=("icons/hicolor/${size}x$size/apps" "icons/hicolor/${size}x$size")
+    done
+    folders+=(icons/hicolor icons applications)
+    (cd "$dataFolder" && rmdir "${folders[@]}" 2>/dev/null) || true
+}
+
 # Removes what install_entry put, wherever it was run from.
 uninstall_entry() {
     local files=() size file
@@ -110,6 +120,7 @@ uninstall_entry() {
         echo "There is no menu entry under $dataFolder."
         return
     fi
+    remove_empty_folders
     touch_theme
     echo "The menu entry and its icons are removed."
 }
