@@ -80,7 +80,8 @@ void ShellCentreOver(HWND dialog, HWND mainWindow);
 // long for it is handed back alone.
 void ShellProgramFile(const wchar_t* name, wchar_t (&path)[MAX_PATH]);
 
-// Opens the help in the platform's viewer.
+// Opens the help in the platform's viewer; where there is none, a message box over the program's
+// front window says where the page is.
 void ShellOpenHelp();
 
 #endif

@@ -4,6 +4,7 @@
 
 #include "settings/settings.h"
 #include "ui/layout.h"
+#include "ui/program.h"
 
 namespace {
 
@@ -123,6 +124,20 @@ void PlaceOnScreen(HWND window, HWND beside, int x, int y, int width, int height
     x = x < work.left ? work.left : x;
     y = y < work.top ? work.top : y;
     MoveWindow(window, x, y, width, height, TRUE);
+}
+
+// Where the help lies, for a player whose system shows no pages by itself.
+void TellOfHelpPage(const wchar_t* page) {
+    static bool telling = false; // F1 in the box itself asks for the help again
+    if (telling) {
+        return;
+    }
+    wchar_t text[MAX_PATH + 80] =
+        L"The help did not open. You can open its page in a web browser:\n";
+    lstrcatW(text, page);
+    telling = true;
+    MessageBoxW(ShellDialogOwner(program.window), text, L"Help", MB_OK | MB_ICONINFORMATION);
+    telling = false;
 }
 
 } // namespace
@@ -337,5 +352,9 @@ void ShellOpenHelp() {
     // it shows in the web browser lies beside it.
     wchar_t page[MAX_PATH];
     ShellProgramFile(L"Tessarin CE.html", page);
-    ShellExecuteW(nullptr, L"open", page, nullptr, nullptr, SW_SHOWNORMAL);
+    constexpr INT_PTR lastError = 32; // what is larger is a success
+    const HINSTANCE shown = ShellExecuteW(nullptr, L"open", page, nullptr, nullptr, SW_SHOWNORMAL);
+    if (reinterpret_cast<INT_PTR>(shown) <= lastError) {
+        TellOfHelpPage(page);
+    }
 }

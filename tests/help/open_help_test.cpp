@@ -6,6 +6,7 @@
 namespace {
 
 constexpr wchar_t HtmlKey[] = L"Software\\Classes\\.html";
+constexpr int BoxTextId = 0xFFFF; // of a message box
 constexpr wchar_t PageKey[] = L"Software\\Classes\\TessarinTestPage";
 
 struct Seen {
@@ -80,6 +81,23 @@ class HelpTest : public WindowTest {
         return program;
     }
 
+    // As on a system where no program opens pages.
+    void ForgetAssociation() {
+        ASSERT_EQ(RegDeleteTreeW(HKEY_LOCAL_MACHINE, HtmlKey), ERROR_SUCCESS);
+    }
+
+    // The box that says where the page is; closes it with a key.
+    void ExpectBoxOver(const RunningProgram& program, HWND owner) {
+        const HWND box = WaitForDialog(program, L"Help");
+        EXPECT_EQ(GetWindow(box, GW_OWNER), owner);
+        EXPECT_FALSE(IsWindowEnabled(owner));
+        EXPECT_NE(TextOf(GetDlgItem(box, BoxTextId)).find(helpPage), std::wstring::npos)
+            << "it does not say where the page is";
+        PostMessageW(box, WM_COMMAND, IDOK, 0);
+        EXPECT_TRUE(Eventually([&] { return !IsWindow(box); }));
+        EXPECT_TRUE(IsWindowEnabled(owner));
+    }
+
     void ForgetSeen() { DeleteFileW(seenFile.c_str()); }
 
     // What the viewer was asked for, once it has been. A file that has just got its name may still
@@ -128,6 +146,42 @@ TEST_F(HelpTest, F1AsksForItBetweenHandsAndWhileHolding) {
     PressKeys(program, L"F1");
     EXPECT_EQ(WaitForSeen().file, helpPage);
     EXPECT_TRUE(Holding(program));
+}
+
+TEST_F(HelpTest, WhereNothingShowsPagesItSaysWhereThePageIs) {
+    ForgetAssociation();
+    const RunningProgram program = StartElsewhere();
+    Post(program, IDM_HELP);
+    ExpectBoxOver(program, program.window);
+    PressKeys(program, L"F1");
+    ExpectBoxOver(program, program.window);
+    Do(program, IDC_DEAL_DRAW);
+    EXPECT_TRUE(Eventually([&] { return Holding(program); })) << "play does not go on";
+}
+
+TEST_F(HelpTest, FromADialogItSaysSoOverTheDialog) {
+    ForgetAssociation();
+    const RunningProgram program = StartElsewhere();
+    Post(program, IDM_SESSION_STATS);
+    const HWND dialog = WaitForDialog(program, L"Current Session Analysis");
+    PressKeysIn(dialog, L"F1");
+    ExpectBoxOver(program, dialog);
+    LeaveDialog(dialog, IDOK);
+}
+
+TEST_F(HelpTest, AskingAgainInTheBoxOpensNoSecondOne) {
+    ForgetAssociation();
+    const RunningProgram program = StartElsewhere();
+    Post(program, IDM_HELP);
+    const HWND box = WaitForDialog(program, L"Help");
+    HELPINFO asked = {};
+    asked.cbSize = sizeof asked;
+    EXPECT_NE(SendMessageTimeoutW(program.window, WM_HELP, 0, reinterpret_cast<LPARAM>(&asked),
+                                  SMTO_NORMAL, 3000, nullptr),
+              0);
+    EXPECT_EQ(GetLastActivePopup(program.window), box);
+    EXPECT_TRUE(IsWindowEnabled(box));
+    ExpectBoxOver(program, program.window);
 }
 
 } // namespace
