@@ -4,6 +4,28 @@
 
 export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 
+# Whether the key of HKEY_LOCAL_MACHINE\Software\Classes has a default value, by the file of the
+# prefix's registry, where backslashes are doubled and the default value comes first.
+class_has_value() {
+    grep -F -A 3 "[Software\\\\Classes\\\\${1//\\/\\\\}]" "$WINEPREFIX/system.reg" 2>/dev/null |
+        grep -q '^@='
+}
+
+# Has pages opened by the system's own browser, where nothing else is chosen for them: Wine leaves
+# that to mshtml, which is not here. Under HKEY_CURRENT_USER it would not be looked at.
+open_pages_in_browser() {
+    local classes='HKEY_LOCAL_MACHINE\Software\Classes' values=
+    class_has_value .html ||
+        values+="[$classes\.html]"$'\n@="htmlfile"\n\n'
+    class_has_value 'htmlfile\shell\open\command' ||
+        values+="[$classes\htmlfile\shell\open\command]"$'\n@="winebrowser \\"%1\\""\n\n'
+    [ -n "$values" ] || return 0
+    # What starts without a display must not stay for those that have one; a game that runs does.
+    env -u DISPLAY -u WAYLAND_DISPLAY wine regedit /S - <<<$'REGEDIT4\n\n'"$values" \
+        >/dev/null 2>&1 || true
+    timeout 10 wineserver -w || true
+}
+
 # Makes the prefix that WINEPREFIX names, unless it is made already. Several may ask at once: the
 # first makes it and the others wait.
 make_prefix() {
@@ -16,6 +38,7 @@ make_prefix() {
         # The server must not inherit the lock, or it would keep it.
         env -u DISPLAY -u WAYLAND_DISPLAY wineboot -i >/dev/null 2>&1 8>&-
         wineserver -w 8>&-
+        open_pages_in_browser 8>&-
         touch "$made"
     ) 8>"$WINEPREFIX/.lock"
 }
