@@ -80,6 +80,62 @@ constexpr BitmapSize bitmaps[] = {
     {105, 43, 71},  {106, 43, 71}, {113, 75, 105},
 };
 
+// What a program's file says of itself in the system's own view of its properties.
+class VersionOf {
+  public:
+    explicit VersionOf(const wchar_t* name) {
+        const std::wstring path = ProgramFolder() + name;
+        block.resize(GetFileVersionInfoSizeW(path.c_str(), nullptr));
+        EXPECT_TRUE(
+            !block.empty() &&
+            GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(block.size()), block.data()))
+            << "no version resource";
+    }
+
+    std::wstring Text(const wchar_t* name) const {
+        const auto* text = static_cast<const wchar_t*>(
+            Value(L"\\StringFileInfo\\040904B0\\" + std::wstring(name)));
+        return text != nullptr ? text : L"";
+    }
+
+    // Of the file and of the product, four numbers each.
+    std::vector<std::wstring> Numbers() const {
+        const auto* fixed = static_cast<const VS_FIXEDFILEINFO*>(Value(L"\\"));
+        if (fixed == nullptr) {
+            return {};
+        }
+        return {Numbers(fixed->dwFileVersionMS, fixed->dwFileVersionLS),
+                Numbers(fixed->dwProductVersionMS, fixed->dwProductVersionLS)};
+    }
+
+  private:
+    std::vector<BYTE> block;
+
+    const void* Value(const std::wstring& path) const {
+        void* value = nullptr;
+        UINT size = 0;
+        return !block.empty() && VerQueryValueW(block.data(), path.c_str(), &value, &size)
+                   ? value
+                   : nullptr;
+    }
+
+    static std::wstring Numbers(DWORD high, DWORD low) {
+        return std::to_wstring(HIWORD(high)) + L"." + std::to_wstring(LOWORD(high)) + L"." +
+               std::to_wstring(HIWORD(low)) + L"." + std::to_wstring(LOWORD(low));
+    }
+};
+
+void ExpectVersion(const wchar_t* file, const wchar_t* description) {
+    const VersionOf version(file);
+    const std::wstring four = TESSARIN_VERSION L".0";
+    EXPECT_EQ(version.Numbers(), (std::vector<std::wstring>{four, four}));
+    EXPECT_EQ(version.Text(L"FileDescription"), description);
+    EXPECT_EQ(version.Text(L"ProductName"), L"Tessarin CE");
+    EXPECT_EQ(version.Text(L"FileVersion"), TESSARIN_VERSION);
+    EXPECT_EQ(version.Text(L"ProductVersion"), TESSARIN_VERSION);
+    EXPECT_EQ(version.Text(L"OriginalFilename"), file);
+}
+
 } // namespace
 
 TEST_F(Resources, HaveTheirNumbers) {
@@ -132,6 +188,36 @@ TEST_F(Resources, HaveTheIconInFourSizes) {
         widths.push_back(entry[0] == 0 ? 256 : entry[0]);
     }
     EXPECT_EQ(widths, (std::vector<int>{16, 32, 48, 256}));
+}
+
+TEST_F(Resources, SayNameAndVersionOfTheProgram) {
+    ExpectVersion(L"tessarin-ce.exe", L"Tessarin CE");
+}
+
+TEST_F(Resources, SayNameAndVersionOfTheCommandLine) {
+    ExpectVersion(L"tessarin.exe", L"Tessarin CE command line");
+}
+
+// What Windows reads before it starts the program: on every screen its own density, and the
+// controls of the newer look.
+TEST_F(Resources, HaveTheManifest) {
+    const HRSRC found = FindResourceW(file, MAKEINTRESOURCEW(1), RT_MANIFEST);
+    ASSERT_NE(found, nullptr);
+    const std::string manifest(static_cast<const char*>(LockResource(LoadResource(file, found))),
+                               SizeofResource(file, found));
+    std::string version;
+    for (const wchar_t digit : std::wstring(TESSARIN_VERSION)) {
+        version += static_cast<char>(digit);
+    }
+    for (const std::string& part :
+         {"<assemblyIdentity type=\"win32\" name=\"Tessarin.CE\" version=\"" + version + ".0\"",
+          std::string("name=\"Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""),
+          std::string(
+              "<dpiAwareness xmlns=\"http://schemas.microsoft.com/SMI/2016/WindowsSettings\""
+              ">PerMonitorV2, PerMonitor</dpiAwareness>"),
+          std::string(">true/pm</dpiAware>")}) {
+        EXPECT_NE(manifest.find(part), std::string::npos) << part;
+    }
 }
 
 TEST_F(Resources, AreSmall) {
