@@ -9,7 +9,8 @@
 void ShellStart();
 
 // Style, place and size for the main window: where and as large as it was left, if that is still on
-// a screen. Places are in pixels of the screen, CW_USEDEFAULT where the shell decides.
+// a screen, as far as it fits there. Places are in pixels of the screen, CW_USEDEFAULT where the
+// shell decides.
 struct ShellWindowFrame {
     DWORD style;
     int x;

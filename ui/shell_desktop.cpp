@@ -39,11 +39,23 @@ void SetFullScreenState(HWND window, DWORD state) {
     }
 }
 
-MONITORINFO ScreenOf(HWND window) {
+MONITORINFO InfoOf(HMONITOR screen) {
     MONITORINFO info = {};
     info.cbSize = sizeof info;
-    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &info);
+    GetMonitorInfoW(screen, &info);
     return info;
+}
+
+MONITORINFO ScreenOf(HWND window) {
+    return InfoOf(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST));
+}
+
+// The place as close as may be to (x, y) that is wholly in the work area; of what is larger than
+// that, the left and the top are.
+POINT PlaceInside(const RECT& work, int x, int y, int width, int height) {
+    x = x + width > work.right ? static_cast<int>(work.right) - width : x;
+    y = y + height > work.bottom ? static_cast<int>(work.bottom) - height : y;
+    return {x < work.left ? work.left : x, y < work.top ? work.top : y};
 }
 
 template <typename Call>
@@ -77,8 +89,15 @@ void WritePlaceValue(const wchar_t* name, LONG value) {
     WriteInteger(SettingsRoot::CurrentUser, SettingsKey, name, value, 0);
 }
 
+// A stored measure as far as there is room, but no less than the table and its frame take.
+LONG WithinRoom(LONG stored, LONG room, LONG least) {
+    const LONG within = stored < room ? stored : room;
+    return within > least ? within : least;
+}
+
 // The stored place, if it is large enough for the table and its title bar can be reached on some
-// screen.
+// screen, and brought wholly inside that screen: since it was stored, the screen may have become
+// another.
 bool ReadPlace(ShellWindowFrame& frame) {
     constexpr LONG largest = 32767; // of a window's coordinates
     const LONG left = ReadPlaceValue(L"WindowLeft");
@@ -90,13 +109,20 @@ bool ReadPlace(ShellWindowFrame& frame) {
         return false;
     }
     const RECT titleBar = {left, top, left + width, top + GetSystemMetrics(SM_CYCAPTION)};
-    if (MonitorFromRect(&titleBar, MONITOR_DEFAULTTONULL) == nullptr) {
+    const HMONITOR screen = MonitorFromRect(&titleBar, MONITOR_DEFAULTTONULL);
+    if (screen == nullptr) {
         return false;
     }
-    frame.x = static_cast<int>(left);
-    frame.y = static_cast<int>(top);
-    frame.width = static_cast<int>(width);
-    frame.height = static_cast<int>(height);
+    const RECT work = InfoOf(screen).rcWork;
+    const SIZE border = BorderSize(nullptr, WindowStyle, 0);
+    frame.width =
+        static_cast<int>(WithinRoom(width, work.right - work.left, DesignWidth + border.cx));
+    frame.height =
+        static_cast<int>(WithinRoom(height, work.bottom - work.top, DesignHeight + border.cy));
+    const POINT place =
+        PlaceInside(work, static_cast<int>(left), static_cast<int>(top), frame.width, frame.height);
+    frame.x = static_cast<int>(place.x);
+    frame.y = static_cast<int>(place.y);
     frame.maximised = ReadPlaceValue(L"WindowMaximised") == 1;
     return true;
 }
@@ -118,12 +144,8 @@ RECT NormalPlace(HWND window, const WINDOWPLACEMENT& placement) {
 // Moves a window of the given size to a place as close as may be to (x, y) and wholly on the
 // screen.
 void PlaceOnScreen(HWND window, HWND beside, int x, int y, int width, int height) {
-    const RECT work = ScreenOf(beside).rcWork;
-    x = x + width > work.right ? work.right - width : x;
-    y = y + height > work.bottom ? work.bottom - height : y;
-    x = x < work.left ? work.left : x;
-    y = y < work.top ? work.top : y;
-    MoveWindow(window, x, y, width, height, TRUE);
+    const POINT place = PlaceInside(ScreenOf(beside).rcWork, x, y, width, height);
+    MoveWindow(window, static_cast<int>(place.x), static_cast<int>(place.y), width, height, TRUE);
 }
 
 // Where the help lies, for a player whose system shows no pages by itself.
