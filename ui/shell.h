@@ -58,7 +58,8 @@ void ShellLayOutDialogs(HWND mainWindow);
 // LayOutMessage, after the platform has done its own part.
 void ShellWatchDensity(HWND dialog, UINT message);
 
-// Where the main window is on the screen; while it is minimised, where it was before.
+// Where the main window is on the screen; while it is minimised, where it was before. Maximised, it
+// is the work area.
 RECT ShellPlaceOf(HWND mainWindow);
 
 // Sizes a dialog that covers the main window, which it may outgrow where there is room: it gets at

@@ -127,6 +127,12 @@ bool ReadPlace(ShellWindowFrame& frame) {
     return true;
 }
 
+// Whether a window is maximised, or was before it was minimised.
+bool IsMaximised(HWND window, const WINDOWPLACEMENT& placement) {
+    return IsZoomed(window) ||
+           (IsIconic(window) && (placement.flags & WPF_RESTORETOMAXIMIZED) != 0);
+}
+
 // Where a window is, or would be if it were neither minimised nor maximised.
 RECT NormalPlace(HWND window, const WINDOWPLACEMENT& placement) {
     RECT place = placement.rcNormalPosition;
@@ -196,13 +202,11 @@ void ShellStorePlace(HWND window) {
         return;
     }
     const RECT place = NormalPlace(window, placement);
-    const bool maximised = placement.showCmd == SW_SHOWMAXIMIZED ||
-                           (IsIconic(window) && (placement.flags & WPF_RESTORETOMAXIMIZED) != 0);
     WritePlaceValue(L"WindowLeft", place.left);
     WritePlaceValue(L"WindowTop", place.top);
     WritePlaceValue(L"WindowWidth", place.right - place.left);
     WritePlaceValue(L"WindowHeight", place.bottom - place.top);
-    WritePlaceValue(L"WindowMaximised", maximised ? 1 : 0);
+    WritePlaceValue(L"WindowMaximised", IsMaximised(window, placement) ? 1 : 0);
 }
 
 // The window class has no cursor, which suits a pen; a mouse needs its arrow.
@@ -289,12 +293,12 @@ void ShellWatchDensity(HWND dialog, UINT message) {
 RECT ShellPlaceOf(HWND mainWindow) {
     WINDOWPLACEMENT placement = {};
     placement.length = sizeof placement;
-    if (IsIconic(mainWindow) && GetWindowPlacement(mainWindow, &placement)) {
-        return NormalPlace(mainWindow, placement);
+    if (!GetWindowPlacement(mainWindow, &placement)) {
+        return {0, 0, 0, 0};
     }
-    RECT place;
-    GetWindowRect(mainWindow, &place);
-    return place;
+    // A maximised window's frame hangs over the edges of what it fills.
+    return IsMaximised(mainWindow, placement) ? ScreenOf(mainWindow).rcWork
+                                              : NormalPlace(mainWindow, placement);
 }
 
 void ShellCoverMainWindow(HWND dialog, HWND mainWindow, int clientWidth, int clientHeight) {

@@ -81,6 +81,26 @@ HWND Open(const RunningProgram& program, const CoveringDialog& what) {
     return dialog;
 }
 
+void ExpectDialogsWhereTheWindowWas(const RunningProgram& program, bool maximised) {
+    for (const CoveringDialog& what : placedDialogs) {
+        SCOPED_TRACE(what.command);
+        SCOPED_TRACE(maximised);
+        HWND dialog = Open(program, what);
+        const RECT expected = PlaceOf(dialog);
+        LeaveDialog(dialog, what.close);
+        SendMessageW(program.window, WM_SYSCOMMAND, SC_MINIMIZE, 0);
+        ASSERT_TRUE(IsIconic(program.window));
+        dialog = Open(program, what);
+        const RECT place = PlaceOf(dialog);
+        EXPECT_TRUE(EqualRect(&place, &expected))
+            << place.left << ' ' << place.top << ' ' << place.right << ' ' << place.bottom;
+        LeaveDialog(dialog, what.close);
+        SendMessageW(program.window, WM_SYSCOMMAND, SC_RESTORE, 0);
+        Settle(program);
+        EXPECT_EQ(IsZoomed(program.window) != FALSE, maximised);
+    }
+}
+
 } // namespace
 
 // The caret of a field, which blinks, may make a difference.
@@ -137,21 +157,14 @@ TEST_F(Density, WhatWasTypedInThePaytableStays) {
     LeaveDialog(dialog, IDCANCEL);
 }
 
+// Also where it was maximised, and is to be again.
 TEST_F(Density, ADialogOfAMinimisedWindowOpensWhereTheWindowWas) {
     const RunningProgram program = StartSeeded(1, 0);
-    for (const CoveringDialog& what : placedDialogs) {
-        SCOPED_TRACE(what.command);
-        HWND dialog = Open(program, what);
-        const RECT expected = PlaceOf(dialog);
-        LeaveDialog(dialog, what.close);
-        SendMessageW(program.window, WM_SYSCOMMAND, SC_MINIMIZE, 0);
-        ASSERT_TRUE(IsIconic(program.window));
-        dialog = Open(program, what);
-        const RECT place = PlaceOf(dialog);
-        EXPECT_TRUE(EqualRect(&place, &expected))
-            << place.left << ' ' << place.top << ' ' << place.right << ' ' << place.bottom;
-        LeaveDialog(dialog, what.close);
-        SendMessageW(program.window, WM_SYSCOMMAND, SC_RESTORE, 0);
-        Settle(program);
+    for (const bool maximised : {false, true}) {
+        if (maximised) {
+            SendMessageW(program.window, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
+            Settle(program);
+        }
+        ExpectDialogsWhereTheWindowWas(program, maximised);
     }
 }
