@@ -1,8 +1,11 @@
+#include <algorithm>
 #include <string>
 
 #include "tests/window/harness.h"
+#include "tests/window/looks.h"
+#include "ui/resource.h"
 
-// Where the window stands on the screen.
+// Where the window stands on the screen, and the table in the window.
 
 namespace {
 
@@ -99,6 +102,80 @@ void ExpectPlace(const RunningProgram& program, const RECT& expected) {
         },
         3000))
         << Words(place) << " is not " << Words(expected);
+}
+
+struct PlacedControl {
+    int id;
+    Area Layout::*place;
+};
+
+constexpr PlacedControl placedControls[] = {
+    {IDC_MENU, &Layout::menuButton},   {IDC_GAMES, &Layout::gamesButton},
+    {IDC_BET_ONE, &Layout::betButton}, {IDC_DEAL_DRAW, &Layout::dealButton},
+    {IDC_STATUS, &Layout::status},
+};
+
+void ExpectControls(const RunningProgram& program, const Layout& layout) {
+    for (const PlacedControl& control : placedControls) {
+        const Area& place = layout.*control.place;
+        const RECT expected = {place.left, place.top, place.right, place.bottom};
+        RECT seen;
+        GetWindowRect(Control(program, control.id), &seen);
+        MapWindowPoints(nullptr, program.window, reinterpret_cast<POINT*>(&seen), 2);
+        EXPECT_TRUE(EqualRect(&seen, &expected))
+            << control.id << ": " << Words(seen) << " is not " << Words(expected);
+    }
+}
+
+// What is not of the navy that is behind everything, of the whole client area.
+RECT DrawnPart(const Picture& picture) {
+    RECT drawn = {picture.width, picture.height, 0, 0};
+    for (int y = 0; y < picture.height; ++y) {
+        for (int x = 0; x < picture.width; ++x) {
+            if (picture.At(x, y) != Navy) {
+                drawn = {std::min<LONG>(drawn.left, x), std::min<LONG>(drawn.top, y),
+                         std::max<LONG>(drawn.right, x + 1), std::max<LONG>(drawn.bottom, y + 1)};
+            }
+        }
+    }
+    return drawn;
+}
+
+// The table as large as the client area allows and in its middle, by its controls and by what is
+// drawn: its cards reach from edge to edge, but for a design pixel on the left.
+void ExpectTableInTheMiddle(const RunningProgram& program) {
+    const SIZE client = ClientOf(program);
+    const double scale = std::min({static_cast<double>(client.cx) / DesignWidth,
+                                   static_cast<double>(client.cy) / DesignHeight, 4.0});
+    const double left = (client.cx - DesignWidth * scale) / 2;
+    const double top = (client.cy - DesignHeight * scale) / 2;
+    ExpectControls(program, ComputeLayout(FitTable(client.cx, client.cy)));
+    const Area whole = {0, 0, client.cx, client.cy};
+    RECT drawn = {};
+    const auto isAbout = [](double a, double b) { return a > b - 1.5 && a < b + 1.5; };
+    EXPECT_TRUE(Eventually([&] {
+        drawn = DrawnPart(Grab(program, whole));
+        return isAbout(drawn.left, left + scale) &&
+               isAbout(drawn.right, left + DesignWidth * scale) && isAbout(drawn.top, top) &&
+               drawn.bottom < top + DesignHeight * scale + 1 &&
+               drawn.bottom > top + (DesignHeight - 30) * scale;
+    })) << Words(drawn)
+        << " in " << client.cx << " by " << client.cy;
+}
+
+// Sends the news of another density as the system does: the rectangle is in the program's own
+// memory.
+void SendDensity(const RunningProgram& program, UINT density, const RECT& suggested) {
+    const HANDLE process =
+        OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_WRITE, FALSE, program.processId);
+    void* memory = VirtualAllocEx(process, nullptr, sizeof suggested, MEM_COMMIT | MEM_RESERVE,
+                                  PAGE_READWRITE);
+    ASSERT_TRUE(WriteProcessMemory(process, memory, &suggested, sizeof suggested, nullptr));
+    SendMessageW(program.window, WM_DPICHANGED, MAKEWPARAM(density, density),
+                 reinterpret_cast<LPARAM>(memory));
+    VirtualFreeEx(process, memory, 0, MEM_RELEASE);
+    CloseHandle(process);
+    Settle(program);
 }
 
 } // namespace
@@ -222,4 +299,35 @@ TEST_F(WindowPlace, NonsenseGivesTheDefault) {
     const RunningProgram program = StartProgram();
     EXPECT_FALSE(IsZoomed(program.window));
     ExpectPlace(program, {100, 110, 600, 650});
+}
+
+TEST_F(WindowPlace, FollowsTheDensityOfAnotherScreen) {
+    const RunningProgram program = StartSeeded(1, 0);
+    const RECT suggested = {20, 30, 620, 760};
+    const SIZE before = ClientOf(program);
+    SendDensity(program, 144, suggested);
+    ExpectPlace(program, suggested);
+    const SIZE client = ClientOf(program);
+    EXPECT_TRUE(client.cx != before.cx && client.cy != before.cy);
+    ExpectTableInTheMiddle(program);
+}
+
+TEST_F(WindowPlace, BetweenScalesTheTableIsInTheMiddle) {
+    const RunningProgram program = StartSeeded(1, 0);
+    const SIZE frame = FrameOf(program);
+    for (const SIZE& client : {SIZE{300, 400}, SIZE{700, 431}, SIZE{500, 500}}) {
+        Move(program, {10, 10, 10 + client.cx + frame.cx, 10 + client.cy + frame.cy});
+        EXPECT_EQ(ClientOf(program).cx, client.cx);
+        EXPECT_EQ(ClientOf(program).cy, client.cy);
+        ExpectTableInTheMiddle(program);
+    }
+}
+
+TEST_F(WindowPlace, MaximisedTheTableIsInTheMiddle) {
+    const RunningProgram program = StartSeeded(1, 0);
+    SendCommand(program, SC_MAXIMIZE);
+    EXPECT_TRUE(FillsScreen(program));
+    ExpectTableInTheMiddle(program);
+    SendCommand(program, SC_RESTORE);
+    ExpectTableInTheMiddle(program);
 }
