@@ -85,18 +85,17 @@ void TakeBytes(HandStream& stream, std::string_view bytes) {
 ExitStatus AnswerHands(const GameDescriptor& game, std::int32_t bet) {
     HandStream stream{game, bet, {}, {}};
     static char bytes[ReadSize];
-    long got = ReadInput(bytes, sizeof bytes);
-    while (got > 0 && stream.status != ExitFailed) {
+    long got = 0;
+    while (stream.status != ExitFailed && (got = ReadInput(bytes, sizeof bytes)) > 0) {
         TakeBytes(stream, {bytes, static_cast<std::size_t>(got)});
         FlushAnswers(stream);
-        got = ReadInput(bytes, sizeof bytes);
     }
     if (got < 0) {
         Complain("standard input cannot be read");
         return ExitFailed;
     }
-    // The last line may lack its end.
-    if (!stream.line.empty() || stream.lineTooLong) {
+    // The last line may lack its end. After a failed write what is left is no line.
+    if (stream.status != ExitFailed && (!stream.line.empty() || stream.lineTooLong)) {
         AnswerLine(stream);
         FlushAnswers(stream);
     }
