@@ -5,6 +5,7 @@
 #include <cinttypes>
 #include <cstdio>
 
+#include "bench/game_name.h"
 #include "strategy/best_hold.h"
 #include "tests/strategy/engine_signature.h"
 #include "tests/strategy/random_hands.h"
@@ -48,11 +49,8 @@ void Search(benchmark::State& state, std::int32_t id) {
 } // namespace
 
 int main(int argc, char** argv) {
-    constexpr const char* names[GameCount] = {"JacksOrBetter",    "DeucesWild",
-                                              "JokerWild",        "DoubleDoubleJackpot",
-                                              "DoubleBonusPoker", "DoubleDoubleBonus"};
     for (std::int32_t id = 0; id < GameCount; ++id) {
-        benchmark::RegisterBenchmark(names[id], Search, id)->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark(NameOf(id).c_str(), Search, id)->Unit(benchmark::kMillisecond);
     }
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

@@ -7,8 +7,8 @@
 #include <cinttypes>
 #include <cstdio>
 #include <ctime>
-#include <string>
 
+#include "bench/game_name.h"
 #include "core/evaluate.h"
 #include "strategy/best_hold.h"
 #include "tests/strategy/engine_signature.h"
@@ -51,12 +51,12 @@ double ClosedFormCycle(const Cycle& cycle) {
     return sum / cycle.deals / MaxBet;
 }
 
-template <std::int32_t id>
+// The game of the cycle under way: a category is told from the cards alone.
+std::int32_t cycleGame = 0;
+
 std::int32_t RowOf(const Card* five) {
-    return static_cast<std::int32_t>(EvaluateCodes(id, five));
+    return static_cast<std::int32_t>(EvaluateCodes(cycleGame, five));
 }
-constexpr CategoryOf rowOf[GameCount] = {RowOf<0>, RowOf<1>, RowOf<2>,
-                                         RowOf<3>, RowOf<4>, RowOf<5>};
 
 double BestReturn(const HoldCounts& counts, std::size_t categories, const double* pay) {
     double best = -1;
@@ -76,7 +76,8 @@ double BestReturn(const HoldCounts& counts, std::size_t categories, const double
 double IndependentCycle(const Cycle& cycle) {
     // One category for nothing beside the rows.
     const auto categories = static_cast<std::size_t>(cycle.game.rowCount) + 1;
-    const IndependentCounts deck = TallyDeck(cycle.game.deckSize, categories, rowOf[cycle.game.id]);
+    cycleGame = cycle.game.id;
+    const IndependentCounts deck = TallyDeck(cycle.game.deckSize, categories, RowOf);
     std::array<double, MaxRows + 1> pay{};
     std::copy_n(cycle.game.fiveCoins, cycle.game.rowCount, pay.begin());
     HoldCounts counts;
@@ -107,14 +108,11 @@ void Run(benchmark::State& state, double (*method)(const Cycle&), std::int32_t i
 } // namespace
 
 int main(int argc, char** argv) {
-    constexpr const char* names[GameCount] = {"JacksOrBetter",    "DeucesWild",
-                                              "JokerWild",        "DoubleDoubleJackpot",
-                                              "DoubleBonusPoker", "DoubleDoubleBonus"};
     Outcome closed[GameCount];
     Outcome independent[GameCount];
     for (std::int32_t id = 0; id < GameCount; ++id) {
         PrepareCycle(id);
-        const std::string name = names[id];
+        const std::string name = NameOf(id);
         benchmark::RegisterBenchmark((name + "/closed forms").c_str(), Run, ClosedFormCycle, id,
                                      &closed[id])
             ->Unit(benchmark::kMillisecond);
@@ -124,10 +122,10 @@ int main(int argc, char** argv) {
     }
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
-    std::printf("\n%-20s %12s %12s %6s %9s  shortest runs; return\n", "", "closed ms", "indep. ms",
+    std::printf("\n%-22s %12s %12s %6s %9s  shortest runs; return\n", "", "closed ms", "indep. ms",
                 "ratio", "ns/search");
     for (std::int32_t id = 0; id < GameCount; ++id) {
-        std::printf("%-20s %12.1f %12.1f %6.2f %9.0f  %.6f%% %.6f%%\n", names[id],
+        std::printf("%-22s %12.1f %12.1f %6.2f %9.0f  %.6f%% %.6f%%\n", NameOf(id).c_str(),
                     closed[id].seconds * 1e3, independent[id].seconds * 1e3,
                     independent[id].seconds / closed[id].seconds,
                     closed[id].seconds * 1e9 / static_cast<double>(cycles[id].classes.size()),
