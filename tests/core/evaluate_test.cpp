@@ -43,15 +43,21 @@ HandRank RowCount(std::int32_t game) {
     return static_cast<HandRank>(gameTables[static_cast<std::size_t>(game)].rowCount);
 }
 
-constexpr GameId allGames[] = {JacksOrBetter,       DeucesWild,       JokerWild,
-                               DoubleDoubleJackpot, DoubleBonusPoker, DoubleDoubleBonus};
+constexpr std::array<GameId, GameCount> allGames = [] {
+    std::array<GameId, GameCount> games{};
+    for (std::int32_t id = 0; id < GameCount; ++id) {
+        games[static_cast<std::size_t>(id)] = static_cast<GameId>(id);
+    }
+    return games;
+}();
 
 } // namespace
 
 TEST(Evaluate, AnUnknownGameHasNoRow) {
     const Codes codes = Parse("Ts Js Qs Ks As");
-    for (const std::int32_t game : {6, 7, -1, 99, std::numeric_limits<std::int32_t>::max(),
-                                    std::numeric_limits<std::int32_t>::min()}) {
+    for (const std::int32_t game :
+         {GameCount, GameCount + 1, -1, 99, std::numeric_limits<std::int32_t>::max(),
+          std::numeric_limits<std::int32_t>::min()}) {
         EXPECT_EQ(EvaluateCodes(game, codes.data()), NoHand);
     }
 }
@@ -64,7 +70,7 @@ TEST(Evaluate, ReadsOnlyTheCodesOfTheCardRecords) {
     }
     EXPECT_EQ(Evaluate(JacksOrBetter, hand), 2U);
     EXPECT_EQ(Evaluate(DoubleDoubleBonus, hand), 6U);
-    EXPECT_EQ(Evaluate(6, hand), NoHand);
+    EXPECT_EQ(Evaluate(GameCount, hand), NoHand);
 }
 
 TEST(Evaluate, TwoToFiveWithAnAceIsAStraightInEveryGame) {

@@ -181,6 +181,7 @@ const Rows doubleDoubleBonus = {
 const Rows& RowsOf(GameId game) {
     static const Rows* const all[] = {&jacksOrBetter,       &deucesWild,       &jokerWild,
                                       &doubleDoubleJackpot, &doubleBonusPoker, &doubleDoubleBonus};
+    static_assert(std::size(all) == GameCount);
     return *all[game];
 }
 
@@ -232,7 +233,16 @@ std::string NameOf(const testing::TestParamInfo<GameId>& game) {
     static const char* const names[] = {"JacksOrBetter",    "DeucesWild",
                                         "JokerWild",        "DoubleDoubleJackpot",
                                         "DoubleBonusPoker", "DoubleDoubleBonus"};
+    static_assert(std::size(names) == GameCount);
     return names[game.param];
+}
+
+std::vector<GameId> AllGames() {
+    std::vector<GameId> games;
+    for (std::int32_t id = 0; id < GameCount; ++id) {
+        games.push_back(static_cast<GameId>(id));
+    }
+    return games;
 }
 
 class EveryHand : public testing::TestWithParam<GameId> {};
@@ -330,7 +340,4 @@ TEST(EveryHandOfJokerWild, WithTheJokerHasTheBestRowItCanMake) {
     agreement.Expect(C(52, 4));
 }
 
-INSTANTIATE_TEST_SUITE_P(Games, EveryHand,
-                         testing::Values(JacksOrBetter, DeucesWild, JokerWild, DoubleDoubleJackpot,
-                                         DoubleBonusPoker, DoubleDoubleBonus),
-                         NameOf);
+INSTANTIATE_TEST_SUITE_P(Games, EveryHand, testing::ValuesIn(AllGames()), NameOf);

@@ -186,14 +186,14 @@ TEST_F(Games, RowsPastTheLastPayNothingInTheTables) {
     }
 }
 
-TEST_F(Games, OutsideTheSixAreRefusedAndLeaveTheDescriptorUntouched) {
+TEST_F(Games, ThatDoNotExistAreRefusedAndLeaveTheDescriptorUntouched) {
     GameDescriptor game;
     std::memset(static_cast<void*>(&game), 0x3C, sizeof game);
     GameDescriptor before;
     std::memcpy(static_cast<void*>(&before), &game, sizeof game);
     Paytable current;
     current.oneCoin.fill(-5);
-    for (const std::int32_t id : {6, 7, -1, 99, Most, Least}) {
+    for (const std::int32_t id : {GameCount, GameCount + 1, -1, 99, Most, Least}) {
         EXPECT_EQ(LoadGame(game, id), 0);
         EXPECT_EQ(DescribeGame(game, id, current), 0);
         EXPECT_EQ(std::memcmp(&game, &before, sizeof game), 0);

@@ -148,8 +148,8 @@ TEST_F(TableOfPlay, TakesABetOutsideOneToFiveAsFive) {
     }
 }
 
-TEST_F(TableOfPlay, TakesAGameOutsideTheSixAsJacksOrBetter) {
-    for (const std::int32_t stored : {7, 6, -1, Most, Least}) {
+TEST_F(TableOfPlay, TakesAGameThatDoesNotExistAsJacksOrBetter) {
+    for (const std::int32_t stored : {GameCount + 1, GameCount, -1, Most, Least}) {
         StoreOption(L"Lastgame", stored);
         Table opened;
         OpenTable(opened);
@@ -502,10 +502,10 @@ TEST_F(TableOfPlay, BuildsTheDeckOfThePickedGame) {
     }
 }
 
-TEST_F(TableOfPlay, PicksNoGameOutsideTheSix) {
+TEST_F(TableOfPlay, PicksNoGameThatDoesNotExist) {
     DealStacked(table, jacksThenThree);
     ToggleHold(table, 2);
-    for (const std::int32_t id : {6, -1, Most, Least}) {
+    for (const std::int32_t id : {GameCount, -1, Most, Least}) {
         EXPECT_FALSE(PickGame(table, id));
     }
     EXPECT_EQ(table.game.id, JacksOrBetter);
