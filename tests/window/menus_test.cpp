@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
 
+#include "core/game_tables.h"
 #include "tests/window/forecast.h"
 #include "tests/window/harness.h"
 #include "tests/window/looks.h"
@@ -43,11 +45,13 @@ const std::vector<Item> speedItems = {
     {504, L"Fast"},
 };
 
-const std::vector<Item> gameItems = {
-    {10000, L"JACKS OR BETTER"},    {10001, L"DEUCES WILD"},
-    {10002, L"JOKER WILD"},         {10003, L"DOUBLE DOUBLE JACKPOT"},
-    {10004, L"DOUBLE BONUS POKER"}, {10005, L"DOUBLE DOUBLE BONUS"},
-};
+std::vector<Item> GameItems() {
+    std::vector<Item> items;
+    for (const GameTable& game : gameTables) {
+        items.push_back({IDM_FIRST_GAME + static_cast<UINT>(items.size()), game.title});
+    }
+    return items;
+}
 
 void ExpectItems(const SeenMenu& menu, const std::vector<Item>& expected) {
     ASSERT_EQ(menu.count, static_cast<int>(expected.size()));
@@ -109,9 +113,9 @@ TEST_F(Menus, DealSpeedMenuHasItsItemsInOrder) {
     ExpectItems(OpenMenu(program, IDM_DEAL_SPEED), speedItems);
 }
 
-TEST_F(Menus, GamesMenuHasTheSixTitlesInOrder) {
+TEST_F(Menus, GamesMenuHasEveryTitleInOrder) {
     const RunningProgram program = StartSeeded(1, 0);
-    ExpectItems(OpenMenu(program, IDC_GAMES), gameItems);
+    ExpectItems(OpenMenu(program, IDC_GAMES), GameItems());
 }
 
 TEST_F(Menus, EndAtTheLeftEdgeOfTheButtonColumn) {
@@ -191,10 +195,12 @@ TEST_F(Menus, TheCurrentSpeedIsChecked) {
 
 TEST_F(Menus, TheCurrentGameIsChecked) {
     const RunningProgram program = StartSeeded(1, 0);
-    for (const UINT game : {10000U, 10005U, 10002U, 10004U, 10001U, 10003U}) {
-        Do(program, static_cast<int>(game));
-        EXPECT_EQ(CheckedIn(program, IDC_GAMES), std::vector<UINT>{game});
-        EXPECT_EQ(ControlText(program, IDC_STATUS), gameItems[game - 10000].text);
+    std::vector<Item> games = GameItems();
+    std::reverse(games.begin(), games.end());
+    for (const Item& game : games) {
+        Do(program, static_cast<int>(game.id));
+        EXPECT_EQ(CheckedIn(program, IDC_GAMES), std::vector<UINT>{game.id});
+        EXPECT_EQ(ControlText(program, IDC_STATUS), game.text);
         EXPECT_EQ(FocusOf(program), program.window);
     }
 }
@@ -202,7 +208,7 @@ TEST_F(Menus, TheCurrentGameIsChecked) {
 TEST_F(Menus, AGameThatDoesNotExistChangesNothing) {
     const RunningProgram program = StartSeeded(1, 0);
     Do(program, 10002);
-    for (const int id : {10006, 10007, 9999, 503, 0}) {
+    for (const int id : {IDM_FIRST_GAME + GameCount, IDM_LAST_GAME + 1, 9999, 503, 0}) {
         Do(program, id);
         EXPECT_EQ(ControlText(program, IDC_STATUS), L"JOKER WILD");
         EXPECT_TRUE(ShowsCredits(program, 100));

@@ -246,8 +246,8 @@ TEST_F(Pace, ACountUpLeavesThePromptUntilItsLastCoin) {
 TEST_F(Pace, ACountUpGoesOnBesideCommandsThatDoNotPlay) {
     SetSetting(L"Sound", 0);
     const RunningProgram program = StartCountUp(LongPayout, CoinPause);
-    for (const int command :
-         {IDM_NO_DRAW, IDM_USE_SOUND, IDM_USE_SOUND, IDM_RESET_CREDITS, IDM_MEDIUM, 503, 10006}) {
+    for (const int command : {IDM_NO_DRAW, IDM_USE_SOUND, IDM_USE_SOUND, IDM_RESET_CREDITS,
+                              IDM_MEDIUM, 503, IDM_FIRST_GAME + GameCount}) {
         Do(program, command);
         EXPECT_TRUE(CountsOn(3)) << "command " << command;
     }

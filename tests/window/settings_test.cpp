@@ -96,19 +96,24 @@ TEST_F(StoredSettings, OutOfRangeTakeTheirDefault) {
         std::uint32_t becomes;
     };
     using Run = std::vector<Odd>;
-    for (const Run& run :
-         {Run{{L"Lastbet", 0, 5},
-              {L"Lastgame", 7, 0},
-              {L"Speed", 73, 100},
-              {L"Sound", 2, 1},
-              {L"NoDraw", 7, 1},
-              {L"Credits", 0xFFFFFFF6, 0xFFFFFFF6}},
-          Run{{L"Lastbet", 9, 5}, {L"Lastgame", 6, 0}, {L"Speed", 0, 100}, {L"Sound", 0, 0}},
-          Run{{L"Lastbet", 0xFFFFFFFF, 5},
-              {L"Lastgame", 0xFFFFFFFF, 0},
-              {L"Speed", 0xFFFFFFFF, 100},
-              {L"Sound", 0xFFFFFFFF, 1}},
-          Run{{L"Lastbet", 1, 1}, {L"Lastgame", 5, 5}, {L"Speed", 50, 50}, {L"Sound", 1, 1}}}) {
+    for (const Run& run : {Run{{L"Lastbet", 0, 5},
+                               {L"Lastgame", GameCount + 1, 0},
+                               {L"Speed", 73, 100},
+                               {L"Sound", 2, 1},
+                               {L"NoDraw", 7, 1},
+                               {L"Credits", 0xFFFFFFF6, 0xFFFFFFF6}},
+                           Run{{L"Lastbet", 9, 5},
+                               {L"Lastgame", GameCount, 0},
+                               {L"Speed", 0, 100},
+                               {L"Sound", 0, 0}},
+                           Run{{L"Lastbet", 0xFFFFFFFF, 5},
+                               {L"Lastgame", 0xFFFFFFFF, 0},
+                               {L"Speed", 0xFFFFFFFF, 100},
+                               {L"Sound", 0xFFFFFFFF, 1}},
+                           Run{{L"Lastbet", 1, 1},
+                               {L"Lastgame", GameCount - 1, GameCount - 1},
+                               {L"Speed", 50, 50},
+                               {L"Sound", 1, 1}}}) {
         DeleteSettings();
         for (const Odd& odd : run) {
             SetSetting(odd.name, odd.stored);

@@ -44,6 +44,7 @@ const KnownGame knownGames[] = {
     {DoubleDoubleBonus, 14, L"DOUBLE DOUBLE BONUS\\4000-250-2000-800-800-400-250-45-30-20-15-5-5",
      L"98.9808%"},
 };
+static_assert(std::size(knownGames) == GameCount);
 
 std::wstring Value(std::size_t row, const wchar_t* suffix, const std::wstring& key) {
     return TextSetting(std::to_wstring(row) + suffix, key).value_or(L"missing");

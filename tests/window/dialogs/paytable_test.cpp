@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "core/game_tables.h"
 #include "tests/window/dialogs/analysis_run.h"
 #include "tests/window/dialogs/kept_pictures.h"
 #include "tests/window/dialogs/played_hand.h"
@@ -344,7 +345,6 @@ TEST_F(Editor, ShowsEveryFieldAndButtonInItsPlace) {
 
 TEST_F(Editor, ShowsEveryRowOfEveryGame) {
     const RunningProgram program = StartProgram();
-    const int rowCounts[] = {9, 10, 11, 13, 11, 13};
     for (int game = 0; game < GameCount; ++game) {
         SCOPED_TRACE(game);
         Do(program, IDM_FIRST_GAME + game);
@@ -362,7 +362,7 @@ TEST_F(Editor, ShowsEveryRowOfEveryGame) {
         EXPECT_TRUE(EqualRect(&both, &whole)) << "the dialog leaves the screen";
         const RECT buttons = PlaceIn(dialog, GetDlgItem(dialog, IDOK));
         EXPECT_LE(buttons.bottom, client.bottom);
-        const int rows = rowCounts[game];
+        const int rows = gameTables[static_cast<std::size_t>(game)].rowCount;
         LONG bottom = 0;
         for (int row = 0; row < rows; ++row) {
             const RECT one = PlaceIn(dialog, GetDlgItem(dialog, OneCoinId(row)));
