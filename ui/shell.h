@@ -62,9 +62,9 @@ void ShellWatchDensity(HWND dialog, UINT message);
 // is the work area.
 RECT ShellPlaceOf(HWND mainWindow);
 
-// Sizes a dialog that covers the main window, which it may outgrow where there is room: it gets at
-// least the given client size, and stays on the screen. On the handheld there is no
-// such room.
+// Sizes a dialog that covers the main window, which it may outgrow: it gets at least the given
+// client size, as far as the screen has the room, and stays on the screen. On the handheld there is
+// no such room.
 void ShellCoverMainWindow(HWND dialog, HWND mainWindow, int clientWidth, int clientHeight);
 
 // Who owns a dialog that play opens: the main window, or the dialog that is open over it and has it

@@ -304,13 +304,17 @@ RECT ShellPlaceOf(HWND mainWindow) {
 void ShellCoverMainWindow(HWND dialog, HWND mainWindow, int clientWidth, int clientHeight) {
     const RECT cover = ShellPlaceOf(mainWindow);
     const SIZE border = BorderOf(dialog);
-    const int width = cover.right - cover.left;
-    const int height = cover.bottom - cover.top;
-    const int neededWidth = clientWidth + static_cast<int>(border.cx);
-    const int neededHeight = clientHeight + static_cast<int>(border.cy);
-    PlaceOnScreen(dialog, mainWindow, cover.left, cover.top,
-                  neededWidth > width ? neededWidth : width,
-                  neededHeight > height ? neededHeight : height);
+    const RECT work = ScreenOf(mainWindow).rcWork;
+    const auto size = [](LONG covered, LONG needed, LONG room) {
+        const LONG wanted = needed > covered ? needed : covered;
+        return static_cast<int>(wanted < room ? wanted : room);
+    };
+    const int width =
+        size(cover.right - cover.left, clientWidth + border.cx, work.right - work.left);
+    const int height =
+        size(cover.bottom - cover.top, clientHeight + border.cy, work.bottom - work.top);
+    PlaceOnScreen(dialog, mainWindow, static_cast<int>(cover.left), static_cast<int>(cover.top),
+                  width, height);
 }
 
 SIZE ShellEnlarge(HWND dialog, int width, int height) {

@@ -168,3 +168,21 @@ TEST_F(Density, ADialogOfAMinimisedWindowOpensWhereTheWindowWas) {
         ExpectDialogsWhereTheWindowWas(program, maximised);
     }
 }
+
+TEST_F(Density, OverAMaximisedWindowEveryDialogIsWhollyOnTheScreen) {
+    const RunningProgram program = StartSeeded(1, 0);
+    SendMessageW(program.window, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
+    Settle(program);
+    RECT work;
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    for (const CoveringDialog& what : placedDialogs) {
+        SCOPED_TRACE(what.command);
+        const HWND dialog = Open(program, what);
+        const RECT place = PlaceOf(dialog);
+        RECT seen;
+        IntersectRect(&seen, &place, &work);
+        EXPECT_TRUE(EqualRect(&seen, &place))
+            << place.left << ' ' << place.top << ' ' << place.right << ' ' << place.bottom;
+        LeaveDialog(dialog, what.close);
+    }
+}
