@@ -27,10 +27,10 @@ constexpr std::int32_t JackValue = 11;
 // Which positions of the hand show a face, also while there is no picture of it.
 std::array<bool, HandSize> faceUp{};
 
-// Cards are put together from the pictures of a whole scale, and reduced as a whole where the table
-// stands between two scales.
+// Cards are put together from the pictures of one scale, and reduced as a whole where the table is
+// of another.
 int ArtScale() {
-    return WholeScale(program.layout.scale);
+    return PictureScale(program.layout.scale);
 }
 
 HBITMAP LoadPicture(int id) {

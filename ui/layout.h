@@ -12,8 +12,13 @@
 inline constexpr std::int32_t DesignWidth = 240;
 inline constexpr std::int32_t DesignHeight = 294;
 
-// The largest whole scale that there are pictures for; the table grows no larger.
-inline constexpr std::int32_t MaxScale = 4;
+// The whole scales that there are pictures for; at any other those of the next larger one are
+// reduced. Screens that take a table of more than four times its design have pixels so small that
+// one set does for all of them.
+inline constexpr std::array<std::int32_t, 5> PictureScales = {1, 2, 3, 4, 8};
+
+// The table grows no larger.
+inline constexpr std::int32_t MaxScale = PictureScales.back();
 
 // A card image, inside the card's outline.
 inline constexpr std::int32_t CardImageWidth = 43;
@@ -49,9 +54,14 @@ constexpr std::int32_t ScaledBy(const Scale& scale, std::int32_t designPixels) {
     return (designPixels * scale.pixels * 2 + scale.design) / (2 * scale.design);
 }
 
-// The smallest whole scale that is no smaller; its pictures need only be reduced.
-constexpr std::int32_t WholeScale(const Scale& scale) {
-    return (scale.pixels + scale.design - 1) / scale.design;
+// The smallest scale with pictures that is no smaller, or else the largest.
+constexpr std::int32_t PictureScale(const Scale& scale) {
+    for (const std::int32_t pictures : PictureScales) {
+        if (pictures * scale.design >= scale.pixels) {
+            return pictures;
+        }
+    }
+    return MaxScale;
 }
 
 // Where the table stands in the client area, and how large it is.

@@ -108,9 +108,10 @@ TEST(Layout, KeepsItsOrderBetweenTheScales) {
 TEST(Layout, FitsTheLargestTableIntoTheMiddle) {
     EXPECT_EQ(FitTable(240, 294), (Placement{{240, 240}, 0, 0}));
     EXPECT_EQ(FitTable(480, 588), (Placement{{480, 240}, 0, 0}));
+    EXPECT_EQ(FitTable(3840, 2160), (Placement{{2160, 294}, (3840 - 1763) / 2, 0}));
     EXPECT_EQ(FitTable(480, 400), (Placement{{400, 294}, (480 - 327) / 2, 0}));
     EXPECT_EQ(FitTable(360, 2000), (Placement{{360, 240}, 0, (2000 - 441) / 2}));
-    EXPECT_EQ(FitTable(5000, 5000), (Placement{{4, 1}, (5000 - 960) / 2, (5000 - 1176) / 2}));
+    EXPECT_EQ(FitTable(5000, 5000), (Placement{{8, 1}, (5000 - 1920) / 2, (5000 - 2352) / 2}));
 }
 
 TEST(Layout, StaysAtScaleOneInTheCornerOfASmallerArea) {
@@ -126,10 +127,17 @@ TEST(Layout, ScalesMeasuresToTheNearestPixel) {
     EXPECT_EQ(ScaledBy({4, 3}, 1), 1);
     EXPECT_EQ(ScaledBy({5, 3}, 1), 2);
     EXPECT_EQ(ScaledBy({3, 2}, 0), 0);
-    EXPECT_EQ(WholeScale({240, 240}), 1);
-    EXPECT_EQ(WholeScale({241, 240}), 2);
-    EXPECT_EQ(WholeScale({480, 240}), 2);
-    EXPECT_EQ(WholeScale({721, 240}), 4);
+}
+
+TEST(Layout, TakesThePicturesOfTheNextLargerScale) {
+    EXPECT_EQ(PictureScale({240, 240}), 1);
+    EXPECT_EQ(PictureScale({241, 240}), 2);
+    EXPECT_EQ(PictureScale({480, 240}), 2);
+    EXPECT_EQ(PictureScale({721, 240}), 4);
+    EXPECT_EQ(PictureScale({960, 240}), 4);
+    EXPECT_EQ(PictureScale({961, 240}), 8);
+    EXPECT_EQ(PictureScale({5, 1}), 8);
+    EXPECT_EQ(PictureScale({8, 1}), 8);
 }
 
 TEST(Layout, StartsAtTheLargestScaleOfTwoThirdsOfTheScreen) {
@@ -141,7 +149,9 @@ TEST(Layout, StartsAtTheLargestScaleOfTwoThirdsOfTheScreen) {
     EXPECT_EQ(StartingScale(1280, 1024, 8, 27), 2);
     EXPECT_EQ(StartingScale(1920, 1080, 16, 39), 2);
     EXPECT_EQ(StartingScale(3840, 2160, 16, 39), 4);
-    EXPECT_EQ(StartingScale(10000, 10000, 0, 0), 4) << "there are no larger pictures";
+    EXPECT_EQ(StartingScale(5120, 2880, 16, 39), 6);
+    EXPECT_EQ(StartingScale(7680, 3570, 0, 0), 8) << "just two thirds";
+    EXPECT_EQ(StartingScale(10000, 10000, 0, 0), 8) << "there are no larger pictures";
     EXPECT_EQ(StartingScale(240, 320, 8, 27), 1) << "at least 1, whatever the screen";
     EXPECT_EQ(StartingScale(0, 0, 0, 0), 1);
 }

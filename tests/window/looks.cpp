@@ -1,6 +1,7 @@
 #include "tests/window/looks.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 #include "ui/drawing.h"
@@ -72,8 +73,57 @@ void DrawFace(HDC dc, const Pictures& pictures, GameId game, Card card) {
 
 Area ImageOf(const RunningProgram& program, std::size_t position) {
     const Area& card = program.layout.cards[position];
-    const int s = program.scale;
-    return {card.left + 2 * s, card.top + 2 * s, card.left + 45 * s, card.top + 72 * s};
+    const Scale& scale = program.layout.scale;
+    const int left = card.left + ScaledBy(scale, 2);
+    const int top = card.top + ScaledBy(scale, 2);
+    return {left, top, left + ScaledBy(scale, CardImageWidth),
+            top + ScaledBy(scale, CardImageHeight)};
+}
+
+// The mean of a picture's channel over a part that may begin and end within pixels.
+double MeanOver(const Picture& picture, double left, double top, double right, double bottom,
+                int shift) {
+    const auto covered = [](int pixel, double from, double end) {
+        return std::min(end, pixel + 1.0) - std::max(from, static_cast<double>(pixel));
+    };
+    double sum = 0;
+    for (int y = static_cast<int>(top); y < std::min<double>(bottom, picture.height); ++y) {
+        for (int x = static_cast<int>(left); x < std::min<double>(right, picture.width); ++x) {
+            sum += covered(x, left, right) * covered(y, top, bottom) *
+                   ((picture.At(x, y) >> shift) & 0xFF);
+        }
+    }
+    return sum / ((right - left) * (bottom - top));
+}
+
+Picture Reduced(const Picture& picture, int width, int height) {
+    Picture reduced = {width, height, {}};
+    const double across = static_cast<double>(picture.width) / width;
+    const double down = static_cast<double>(picture.height) / height;
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            std::uint32_t pixel = 0;
+            for (const int shift : {0, 8, 16}) {
+                const double mean = MeanOver(picture, x * across, y * down, (x + 1) * across,
+                                             (y + 1) * down, shift);
+                pixel |= static_cast<std::uint32_t>(mean + 0.5) << shift;
+            }
+            reduced.pixels.push_back(pixel);
+        }
+    }
+    return reduced;
+}
+
+// Of two pictures of one size, to one step of each colour.
+bool AreAlike(const Picture& a, const Picture& b) {
+    return std::equal(a.pixels.begin(), a.pixels.end(), b.pixels.begin(), b.pixels.end(),
+                      [](std::uint32_t one, std::uint32_t other) {
+                          const auto apart = [&](int shift) {
+                              return std::abs(static_cast<int>((one >> shift) & 0xFF) -
+                                              static_cast<int>((other >> shift) & 0xFF));
+                          };
+                          return apart(0) <= 1 && apart(8) <= 1 && apart(16) <= 1;
+                      });
 }
 
 // Whether the area, less a border of so many pixels, comes to look as expected. What lies below the
@@ -241,14 +291,21 @@ bool ShowsCard(const RunningProgram& program, GameId game, std::size_t position,
     const HMODULE file = LoadLibraryExW((ProgramFolder() + L"tessarin-ce.exe").c_str(), nullptr,
                                         LOAD_LIBRARY_AS_DATAFILE);
     const Area image = ImageOf(program, position);
+    const int art = PictureScale(program.layout.scale);
+    const int width = CardImageWidth * art;
+    const int height = CardImageHeight * art;
     const HDC window = GetDC(program.window);
-    const Picture face = Painted(window, Width(image), Height(image), [&](HDC dc) {
-        FillWith(dc, {0, 0, Width(image), Height(image)}, White);
-        DrawFace(dc, {file, program.scale}, game, card);
+    const Picture face = Painted(window, width, height, [&](HDC dc) {
+        FillWith(dc, {0, 0, width, height}, White);
+        DrawFace(dc, {file, art}, game, card);
     });
     ReleaseDC(program.window, window);
     FreeLibrary(file);
-    return Shows(program, image, face, 0);
+    if (width == Width(image) && height == Height(image)) {
+        return Shows(program, image, face, 0);
+    }
+    const Picture wanted = Reduced(face, Width(image), Height(image));
+    return Eventually([&] { return AreAlike(Grab(program, image), wanted); }, 3000);
 }
 
 // The back has a fine pattern: no white third of a line anywhere, as every face has.

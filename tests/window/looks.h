@@ -82,7 +82,8 @@ bool ShowsHeld(const RunningProgram& program, std::size_t position, bool held);
 bool ShowsRow(const RunningProgram& program, const GameDescriptor& game, std::int32_t row,
               std::int32_t bet, bool highlighted);
 
-// The card's face, put together from the program's pictures; and its back.
+// The card's face, put together from the program's pictures and, at a scale that has none, reduced
+// from larger ones, to one step of a colour; and its back.
 bool ShowsCard(const RunningProgram& program, GameId game, std::size_t position, Card card);
 bool ShowsBack(const RunningProgram& program, std::size_t position);
 

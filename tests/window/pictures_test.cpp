@@ -17,6 +17,9 @@ namespace {
 
 class Pictures : public WindowTest {};
 
+// For a screen that has room for more than four times the design.
+class LargeTable : public WindowTest {};
+
 // Pictures are compared by the mean colours of squares of so many design pixels: letters smoothed
 // in another way, or a pixel aside, blur into the same colour.
 constexpr int SquareSize = 6;
@@ -136,6 +139,43 @@ Picture WithPromptSmoothed(const RunningProgram& program, const Picture& picture
     return changed;
 }
 
+// The program before the moment's deal, and the table that the deal comes to.
+RunningProgram StartBefore(const Moment& moment, Table& dealt) {
+    DeleteSettings();
+    SetSetting(L"Sound", 0);
+    SetSetting(L"Lastgame", static_cast<std::uint32_t>(moment.game));
+    const std::uint32_t seed = FindSeed(moment.wanted);
+    ForetellStart(dealt, seed);
+    ForetellDeal(dealt);
+    return StartUntrained(seed);
+}
+
+void TakeNewSize(RunningProgram& program) {
+    Settle(program);
+    RECT client = {};
+    GetClientRect(program.window, &client);
+    program.scale = static_cast<int>(client.right) / DesignWidth;
+    program.layout = ComputeLayout(FitTable(client.right, client.bottom));
+}
+
+void ResizeClient(RunningProgram& program, int width, int height) {
+    RECT client = {};
+    RECT window = {};
+    GetClientRect(program.window, &client);
+    GetWindowRect(program.window, &window);
+    SetWindowPos(program.window, nullptr, 0, 0, window.right - window.left - client.right + width,
+                 window.bottom - window.top - client.bottom + height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    TakeNewSize(program);
+}
+
+bool IsAll(const Picture& picture, std::uint32_t colour) {
+    return std::all_of(picture.pixels.begin(), picture.pixels.end(),
+                       [&](std::uint32_t pixel) { return pixel == colour; });
+}
+
+constexpr GameId gamesWithOwnFaces[] = {JacksOrBetter, DeucesWild, JokerWild};
+
 } // namespace
 
 TEST_F(Pictures, OfEveryGameAreAsKept) {
@@ -195,4 +235,59 @@ TEST_F(Pictures, TellARealDifference) {
     }
     EXPECT_GT(least, Tolerance) << "a rank";
     std::printf("least difference of a wrong rank: %d\n", least);
+}
+
+TEST_F(LargeTable, IsTheDesignAtFiveTimesItsSize) {
+    for (const GameId game : gamesWithOwnFaces) {
+        SCOPED_TRACE(game);
+        Table table;
+        RunningProgram program = StartBefore(moments[game], table);
+        ResizeClient(program, 5 * DesignWidth, 5 * DesignHeight);
+        ASSERT_EQ(program.scale, 5);
+        for (std::size_t position = 0; position < HandSize; ++position) {
+            EXPECT_TRUE(ShowsBack(program, position)) << position;
+        }
+        Do(program, IDC_DEAL_DRAW);
+        ExpectTable(program, table);
+        Hold(program, moments[game].hold);
+        for (std::size_t position = 0; position < HandSize; ++position) {
+            const bool held = (moments[game].hold >> position & 1) != 0;
+            EXPECT_TRUE(ShowsHeld(program, position, held)) << position;
+        }
+        CloseProgram(program);
+    }
+}
+
+TEST_F(LargeTable, FillsItsWindowBetweenTheScales) {
+    for (const GameId game : gamesWithOwnFaces) {
+        SCOPED_TRACE(game);
+        Table table;
+        RunningProgram program = StartBefore(moments[game], table);
+        ResizeClient(program, 1500, 1900);
+        Do(program, IDC_DEAL_DRAW);
+        for (std::size_t position = 0; position < HandSize; ++position) {
+            EXPECT_TRUE(ShowsCard(program, game, position, table.hand.cards[position].code))
+                << position;
+        }
+        EXPECT_EQ(program.layout.scale, (Scale{1500, 240}));
+        EXPECT_TRUE(IsAll(Grab(program, {0, 0, 1500, 31}), Navy)) << "above the table";
+        EXPECT_TRUE(IsAll(Grab(program, {0, 1869, 1500, 1900}), Navy)) << "below the table";
+        CloseProgram(program);
+    }
+}
+
+TEST_F(LargeTable, FillsTheHeightOfTheScreenWhenMaximised) {
+    Table table;
+    RunningProgram program = StartBefore(moments[JacksOrBetter], table);
+    PostMessageW(program.window, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
+    ASSERT_TRUE(Eventually([&] { return IsZoomed(program.window) != FALSE; }));
+    TakeNewSize(program);
+    RECT client = {};
+    GetClientRect(program.window, &client);
+    EXPECT_EQ(program.layout.scale, (Scale{client.bottom, DesignHeight}));
+    Do(program, IDC_DEAL_DRAW);
+    for (std::size_t position = 0; position < HandSize; ++position) {
+        EXPECT_TRUE(ShowsCard(program, JacksOrBetter, position, table.hand.cards[position].code))
+            << position;
+    }
 }

@@ -1,8 +1,11 @@
+#include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
 
 #include "tests/window/harness.h"
+#include "tests/window/looks.h"
 #include "ui/resource.h"
 
 // What the built program carries and what lies beside it, read from its file.
@@ -136,6 +139,88 @@ void ExpectVersion(const wchar_t* file, const wchar_t* description) {
     EXPECT_EQ(version.Text(L"OriginalFilename"), file);
 }
 
+int PictureNumber(int id, int scale) {
+    return id + PICTURE_SCALE_STEP * (scale - 1);
+}
+
+// A picture as the system loads it.
+Picture Loaded(HMODULE file, int number) {
+    const HDC screen = GetDC(nullptr);
+    const HBITMAP bitmap = LoadBitmapW(file, MAKEINTRESOURCEW(number));
+    BITMAP facts = {};
+    GetObjectW(bitmap, sizeof facts, &facts);
+    const Picture picture =
+        PixelsOf(screen, bitmap, static_cast<int>(facts.bmWidth), static_cast<int>(facts.bmHeight));
+    DeleteObject(bitmap);
+    ReleaseDC(nullptr, screen);
+    return picture;
+}
+
+// A run-length coded picture, decoded here by the rules of the format, which are for each pair of
+// bytes: a count and what is repeated, alternating between its halves at 4 bits a pixel; or 0 and
+// the end of a row, the end of the picture or, from 3 on, a count of pixels that follow, in whole
+// words.
+Picture Decoded(HMODULE file, int number) {
+    const auto* bytes = static_cast<const BYTE*>(
+        LockResource(LoadResource(file, FindResourceW(file, MAKEINTRESOURCEW(number), RT_BITMAP))));
+    BITMAPINFOHEADER head;
+    std::memcpy(&head, bytes, sizeof head);
+    EXPECT_TRUE(head.biCompression == (head.biBitCount == 4 ? BI_RLE4 : BI_RLE8)) << number;
+    const BYTE* palette = bytes + sizeof head;
+    const BYTE* at = palette + 4 * head.biClrUsed;
+    const BYTE* end = at + head.biSizeImage;
+    Picture picture = {static_cast<int>(head.biWidth), static_cast<int>(head.biHeight), {}};
+    picture.pixels.resize(static_cast<std::size_t>(head.biWidth * head.biHeight), 0xFF000000);
+    int x = 0;
+    int y = picture.height - 1;
+    const auto put = [&](BYTE value, int index) {
+        const int nibble = index % 2 == 0 ? value >> 4 : value & 15;
+        const BYTE* colour = palette + 4 * (head.biBitCount == 8 ? value : nibble);
+        ASSERT_TRUE(x < picture.width && y >= 0) << number;
+        picture.pixels[static_cast<std::size_t>(y * picture.width + x++)] =
+            static_cast<std::uint32_t>(colour[2] << 16 | colour[1] << 8 | colour[0]);
+    };
+    for (; at + 1 < end && (at[0] != 0 || at[1] != 1); at += 2) {
+        const int count = at[0] != 0 ? at[0] : at[1];
+        if (at[0] != 0) {
+            for (int i = 0; i < count; ++i) {
+                put(at[1], i);
+            }
+        } else if (count == 0) {
+            EXPECT_EQ(x, picture.width) << number;
+            x = 0;
+            --y;
+        } else {
+            for (int i = 0; i < count; ++i) {
+                put(at[2 + (head.biBitCount == 8 ? i : i / 2)], i);
+            }
+            at += (count * head.biBitCount + 15) / 16 * 2;
+        }
+    }
+    EXPECT_EQ(y, -1) << number;
+    EXPECT_EQ(at + 2, end) << number;
+    return picture;
+}
+
+// The mean difference of a colour between a picture and another of twice its size.
+double DifferenceToTwice(const Picture& picture, const Picture& twice) {
+    long sum = 0;
+    for (int y = 0; y < picture.height; ++y) {
+        for (int x = 0; x < picture.width; ++x) {
+            for (const int shift : {0, 8, 16}) {
+                const auto channel = [&](const Picture& of, int u, int v) {
+                    return static_cast<int>((of.At(u, v) >> shift) & 0xFF);
+                };
+                const int four = channel(twice, 2 * x, 2 * y) + channel(twice, 2 * x + 1, 2 * y) +
+                                 channel(twice, 2 * x, 2 * y + 1) +
+                                 channel(twice, 2 * x + 1, 2 * y + 1);
+                sum += std::abs(4 * channel(picture, x, y) - four);
+            }
+        }
+    }
+    return static_cast<double>(sum) / (12.0 * picture.width * picture.height);
+}
+
 } // namespace
 
 TEST_F(Resources, HaveTheirNumbers) {
@@ -158,10 +243,10 @@ TEST_F(Resources, HaveEveryDialog) {
     }
 }
 
-TEST_F(Resources, HaveEveryPictureAtFourScales) {
-    for (int scale = 1; scale <= MaxScale; ++scale) {
+TEST_F(Resources, HaveEveryPictureAtEveryScaleOfPictures) {
+    for (const int scale : PictureScales) {
         for (const BitmapSize& size : bitmaps) {
-            const int id = size.id + PICTURE_SCALE_STEP * (scale - 1);
+            const int id = PictureNumber(size.id, scale);
             const HBITMAP bitmap = LoadBitmapW(file, MAKEINTRESOURCEW(id));
             ASSERT_NE(bitmap, nullptr) << id;
             BITMAP facts = {};
@@ -170,6 +255,27 @@ TEST_F(Resources, HaveEveryPictureAtFourScales) {
             EXPECT_EQ(facts.bmHeight, size.height * scale) << id;
             DeleteObject(bitmap);
         }
+    }
+}
+
+// The system reads the coding, which makes the program small, as it is meant.
+TEST_F(Resources, TheLargestPicturesAreCodedWithoutLoss) {
+    for (const BitmapSize& size : bitmaps) {
+        const int number = PictureNumber(size.id, MaxScale);
+        EXPECT_TRUE(Loaded(file, number) == Decoded(file, number)) << number;
+    }
+}
+
+TEST_F(Resources, TheLargestPicturesAreTheDrawingsOfTheNextSmaller) {
+    for (const BitmapSize& size : bitmaps) {
+        const Picture half = Loaded(file, PictureNumber(size.id, MaxScale / 2));
+        const Picture whole = Loaded(file, PictureNumber(size.id, MaxScale));
+        ASSERT_EQ(whole.width, 2 * half.width) << size.id;
+        ASSERT_EQ(whole.height, 2 * half.height) << size.id;
+        EXPECT_LT(DifferenceToTwice(half, whole), 1.5) << size.id;
+        Picture aside = whole;
+        std::rotate(aside.pixels.begin(), aside.pixels.begin() + 1, aside.pixels.end());
+        EXPECT_GT(DifferenceToTwice(half, aside), 2.0) << "a column aside " << size.id;
     }
 }
 
