@@ -125,6 +125,9 @@ int main(int argc, char** argv) {
     std::printf("\n%-22s %12s %12s %6s %9s  shortest runs; return\n", "", "closed ms", "indep. ms",
                 "ratio", "ns/search");
     for (std::int32_t id = 0; id < GameCount; ++id) {
+        if (closed[id].gameReturn == 0 || independent[id].gameReturn == 0) {
+            continue; // it was filtered out
+        }
         std::printf("%-22s %12.1f %12.1f %6.2f %9.0f  %.6f%% %.6f%%\n", NameOf(id).c_str(),
                     closed[id].seconds * 1e3, independent[id].seconds * 1e3,
                     independent[id].seconds / closed[id].seconds,
