@@ -1,6 +1,6 @@
-// The one lock of the program. It guards the hand, the deal order, the credits and the engine's
-// result table against the payout count-up and the game analysis. Recursive: the thread that holds
-// it may take it again.
+// The one lock of the program. It keeps a deal, a payout count-up and the searches, each with what
+// is read of the engine's result table after it, apart. Recursive: the thread that holds it may
+// take it again.
 #ifndef TESSARIN_CORE_GAME_LOCK_H
 #define TESSARIN_CORE_GAME_LOCK_H
 

@@ -39,7 +39,7 @@ struct Table {
     TrainingMode training = TrainingMode::Warn;
     // SlowDeal, MediumDeal or FastDeal. Atomic: a count-up follows it while it runs.
     std::atomic<std::int32_t> dealSpeed{MediumDeal};
-    bool sound = true;
+    std::atomic<bool> sound{true}; // a count-up asks for it on its own thread
 };
 
 // Presets the hand, reads options, credits, bet and last game from the settings store, loads the
@@ -87,7 +87,7 @@ struct Settlement {
 // Rates and prices the final hand.
 Settlement SettleHand(Table& table);
 
-// Adds coins won to the credits; they wrap in 32 bits. Under the game lock.
+// Adds coins won to the credits; they wrap in 32 bits.
 void PayCoins(Table& table, std::int32_t coins);
 
 // One coin more, and from 5 back to 1.

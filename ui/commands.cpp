@@ -23,10 +23,11 @@ void Train(TrainingMode mode) {
     program.table.training = mode;
 }
 
-// A count-up's sound plays on and on, so silence means stopping it too.
+// A count-up's sound plays on and on, so silence means stopping it too; one that starts meanwhile
+// sees the option off.
 void TurnSound() {
-    StopCountSound();
     program.table.sound = !program.table.sound;
+    StopCountSound();
 }
 
 // A count-up holds the lock that the search needs; a long one would keep the player waiting.
