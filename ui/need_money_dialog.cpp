@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-#include <cwchar>
-
+#include "training/dialog_text.h"
+#include "ui/dialog_fields.h"
 #include "ui/program.h"
 #include "ui/resource.h"
 #include "ui/shell.h"
@@ -12,15 +12,13 @@ namespace {
 
 INT_PTR CALLBACK NeedMoneyProc(HWND dialog, UINT message, WPARAM wParam, LPARAM) {
     switch (message) {
-    case WM_INITDIALOG: {
-        wchar_t amount[16];
-        std::swprintf(amount, 16, L"%i", program.table.defaultPurchase);
-        SetDlgItemTextW(dialog, IDC_PURCHASE, amount);
+    case WM_INITDIALOG:
+        SetDlgItemTextW(dialog, IDC_PURCHASE,
+                        FormatInteger(L"%i", program.table.defaultPurchase).c_str());
         ShellCentreOver(dialog, program.window);
         return TRUE;
-    }
     case WM_COMMAND:
-        switch (LOWORD(wParam)) {
+        switch (CommandOf(dialog, wParam)) {
         case IDOK:
             BuyCredits(program.table, static_cast<std::int32_t>(
                                           GetDlgItemInt(dialog, IDC_PURCHASE, nullptr, TRUE)));

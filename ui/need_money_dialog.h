@@ -2,8 +2,8 @@
 #ifndef TESSARIN_UI_NEED_MONEY_DIALOG_H
 #define TESSARIN_UI_NEED_MONEY_DIALOG_H
 
-// Modal over the main window. OK buys the amount as it was typed, whatever it is; Cancel changes
-// nothing.
+// Modal over the main window, or over the dialog that is open before it. OK buys the amount as it
+// was typed, whatever it is; Cancel changes nothing.
 void AskForMoney();
 
 #endif
