@@ -227,18 +227,21 @@ void ShutDown() {
 }
 
 void Paint() {
-    PAINTSTRUCT paint;
+    PAINTSTRUCT paint = {};
     const HDC dc = BeginPaint(program.window, &paint);
     if (dc == nullptr) {
+        ValidateRect(program.window, nullptr);
         DrawAgainLater();
+        return;
     }
     PaintTable(dc, paint.rcPaint);
     EndPaint(program.window, &paint);
 }
 
-// A dialog disables the window; what reaches it all the same comes from another program. Beside a
-// running analysis that may be play, but never while the player is asked about a hand: it would be
-// played twice, and the question holds the lock that a count-up needs.
+// A dialog disables the window; what reaches it all the same comes from another program, or was
+// posted before the dialog opened. Beside a running analysis that may be play, but never while the
+// player is asked about a hand: it would be played twice, and the question holds the lock that a
+// count-up needs.
 bool Refuses(UINT message, WPARAM wParam) {
     if (message == WM_CHAR || message == WM_LBUTTONDOWN || message == WM_COMMAND) {
         const int command = message == WM_COMMAND ? LOWORD(wParam) : IDC_DEAL_DRAW;

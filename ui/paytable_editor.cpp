@@ -193,8 +193,13 @@ void DrawTexts(HWND dialog, HDC dc) {
 }
 
 void Paint(HWND dialog) {
-    PAINTSTRUCT paint;
+    PAINTSTRUCT paint = {};
     const HDC dc = BeginPaint(dialog, &paint);
+    if (dc == nullptr) {
+        ValidateRect(dialog, nullptr);
+        DrawAgainLater();
+        return;
+    }
     DrawTexts(dialog, dc);
     EndPaint(dialog, &paint);
 }
