@@ -40,7 +40,6 @@ constexpr int GridTop = 40;
 constexpr int FocusMark = 4; // pixels that a button wants beside its text
 constexpr int SuitGap = 2;
 constexpr int SuitGaps = SuitGap * (SuitCount - 1);
-constexpr COLORREF LightGrey = RGB(192, 192, 192);
 constexpr COLORREF Blue = RGB(0, 0, 255);
 constexpr COLORREF Olive = RGB(128, 128, 0);
 
@@ -301,11 +300,10 @@ void DrawCard(HDC dc, const Area& button, Card card, bool held) {
 }
 
 void DrawGround(HDC dc, const Area& area, bool pressed) {
-    const HBRUSH brush = CreateSolidBrush(pressed ? LightGrey : White);
-    const HGDIOBJ brushBefore = SelectObject(dc, brush);
+    const HGDIOBJ brushBefore =
+        SelectObject(dc, GetStockObject(pressed ? LTGRAY_BRUSH : WHITE_BRUSH));
     RoundRect(dc, area.left, area.top, area.right, area.bottom, Scaled(6), Scaled(6));
     SelectObject(dc, brushBefore);
-    DeleteObject(brush);
 }
 
 void DrawButton(const DRAWITEMSTRUCT& item) {

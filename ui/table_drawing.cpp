@@ -1,18 +1,12 @@
 #include "ui/table_drawing.h"
 
-#include <cwchar>
-
+#include "training/dialog_text.h"
 #include "ui/drawing.h"
 #include "ui/program.h"
 
 namespace {
 
 constexpr std::int32_t SmallFontRows = 13; // a paytable this long needs the smaller font
-constexpr int NumberSize = 16;
-
-void FormatNumber(wchar_t (&text)[NumberSize], std::int32_t number) {
-    std::swprintf(text, NumberSize, L"%i", number);
-}
 
 void Fill(HDC dc, const Area& area, HBRUSH brush) {
     const RECT rect = RectOf(area);
@@ -77,9 +71,9 @@ void DrawRowText(HDC dc, std::int32_t row) {
     const Table& table = program.table;
     const Area name = RowCell(program.layout.names, row);
     DrawFittedText(dc, table.game.rowNames[row], Inset(name, 4, 4), Yellow, DT_LEFT);
-    wchar_t payout[NumberSize];
-    FormatNumber(payout, RowPayout(static_cast<HandRank>(row), table.game, table.bet));
-    DrawFittedText(dc, payout, RowCell(program.layout.payouts, row),
+    const std::wstring payout =
+        FormatInteger(L"%i", RowPayout(static_cast<HandRank>(row), table.game, table.bet));
+    DrawFittedText(dc, payout.c_str(), RowCell(program.layout.payouts, row),
                    IsHighlighted(row) ? Red : Yellow, DT_CENTER);
 }
 
@@ -123,9 +117,7 @@ void DrawPaytable(HDC dc) {
 
 void DrawLabelled(HDC dc, const Area& area, const wchar_t* label, std::int32_t number,
                   COLORREF colour) {
-    wchar_t text[NumberSize];
-    FormatNumber(text, number);
-    DrawFittedPair(dc, label, text, area, colour);
+    DrawFittedPair(dc, label, FormatInteger(L"%i", number).c_str(), area, colour);
 }
 
 void DrawCoinsIn(HDC dc) {
