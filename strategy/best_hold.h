@@ -23,9 +23,9 @@ extern std::array<HoldResult, HoldCount> resultTable;
 
 // Searches the five cards of the hand (only their codes, 0..52, are read) in the game at a bet of
 // 1..5 coins, fills the result table and returns the index of the best record; equal returns go to
-// the earlier one. Payouts may be any 32-bit value: the weighted sums wrap in 32 bits. For an
-// unknown game id nothing is counted, record 31 is left with cleared counts, and the index returned
-// is over whatever returns stand in the table.
+// the earlier one, and where none is above -1 the index is 0. Payouts may be any 32-bit value: the
+// weighted sums wrap in 32 bits. For an unknown game id nothing is counted, record 31 is left with
+// cleared counts, and the index returned is over whatever returns stand in the table.
 std::int32_t FindBestHold(const CardRecord* hand, const GameDescriptor& game, std::int32_t coins);
 
 // The search in each deck's games, all but the choice; called only by FindBestHold. Record 31's
