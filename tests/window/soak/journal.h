@@ -10,7 +10,7 @@
 
 inline constexpr wchar_t JournalName[] = L"TessarinJournal"; // of the shared memory
 
-// Messages of the test, by their registered names; the first and the last to the main window.
+// Messages of the test, by their registered names; all but the tap to the main window.
 inline constexpr wchar_t MarkMessage[] = L"TessarinJournalMark"; // writes wParam down
 // To a dialog: taps the control with the number wParam, or the close box for 0. As with a real tap,
 // nothing happens while another dialog stands before it.
@@ -30,7 +30,7 @@ enum class Told : LONG {
     DealText,    // the control's new text
     BetText,
     StatusText,
-    DialogOpened,  // number = a DialogKind
+    DialogOpened,  // number = its texts, the controls of the class Static
     DialogCommand, // number = id; text: the purchase typed
     DialogClosed,
     Payouts, // number = row; x and y: what the store holds for one and five coins after an OK

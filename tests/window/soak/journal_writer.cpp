@@ -82,6 +82,15 @@ DialogKind KindOf(HWND dialog) {
     return Has(owner, IDC_RESET_STATS) ? DialogKind::ConfirmReset : DialogKind::Other;
 }
 
+LONG CountTexts(HWND dialog) {
+    LONG count = 0;
+    for (HWND control = GetWindow(dialog, GW_CHILD); control != nullptr;
+         control = GetWindow(control, GW_HWNDNEXT)) {
+        count += IsClass(control, L"Static") ? 1 : 0;
+    }
+    return count;
+}
+
 void WriteDialog(Told told, HWND dialog, LONG number) {
     JournalEntry entry{};
     entry.told = told;
@@ -257,7 +266,7 @@ LRESULT CALLBACK SeeSent(int code, WPARAM wParam, LPARAM lParam) {
         Adopt(sent.hwnd, SeeDialog);
         SetPropW(sent.hwnd, KindProperty,
                  reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(KindOf(sent.hwnd))));
-        WriteDialog(Told::DialogOpened, sent.hwnd, 0);
+        WriteDialog(Told::DialogOpened, sent.hwnd, CountTexts(sent.hwnd));
     }
     if (code == HC_ACTION && sent.message == WM_SETTEXT && sent.lParam != 0) {
         WriteText(sent.hwnd, reinterpret_cast<const wchar_t*>(sent.lParam));

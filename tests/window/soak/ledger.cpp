@@ -298,8 +298,9 @@ void EnterTap(Ledger& ledger, const JournalEntry& entry) {
     }
 }
 
-void EnterOpening(Ledger& ledger, DialogKind kind) {
+void EnterOpening(Ledger& ledger, DialogKind kind, LONG texts) {
     ledger.dialogs.push_back({kind, 0});
+    ledger.texts += texts;
     Stage* stage = ledger.running.empty() ? nullptr : &ledger.running.back().stage;
     if (kind == DialogKind::Question) {
         ++ledger.questions;
@@ -451,7 +452,7 @@ void Enter(Ledger& ledger, const JournalEntry& entry) {
         EnterShownText(ledger, &Running::statusText, entry.text);
         break;
     case Told::DialogOpened:
-        EnterOpening(ledger, entry.dialog);
+        EnterOpening(ledger, entry.dialog, entry.number);
         break;
     case Told::DialogCommand:
         EnterAnswer(ledger, entry);

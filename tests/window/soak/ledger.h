@@ -73,6 +73,7 @@ struct Ledger {
     std::int64_t questions = 0;
     std::int64_t purchases = 0;
     std::int64_t resets = 0;
+    std::int64_t texts = 0; // in all the dialogs that were opened
     std::int64_t signs = 0;
     LONG mark = 0; // the last one that came by
     std::vector<std::string> faults;
