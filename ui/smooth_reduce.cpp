@@ -1,6 +1,7 @@
 #include "ui/smooth_reduce.h"
 
 #include <cstdint>
+#include <vector>
 
 #include "ui/drawing.h"
 #include "ui/shell.h"
@@ -41,42 +42,65 @@ void DeletePixelBitmap(PixelBitmap& bitmap) {
     DeleteDC(bitmap.dc);
 }
 
-// How much of source pixel i lies within target pixel t, when `targets` pixels stand for `sources`;
-// in units of one source pixel / targets, so that all is whole numbers.
-int Overlap(int i, int t, int sources, int targets) {
-    const int from = i * targets > t * sources ? i * targets : t * sources;
-    const int end = (i + 1) * targets < (t + 1) * sources ? (i + 1) * targets : (t + 1) * sources;
-    return end > from ? end - from : 0;
+// What has been added for a target pixel: colours times their weights.
+struct ColourSum {
+    std::uint32_t channels[3];
+};
+
+// Adds a row of the source, with this weight, to the sums for a row of the target. A target pixel
+// is as wide as the source has pixels, a source pixel as the target has, and so it is down the
+// rows: all is in whole numbers, and a target pixel weighs as much as the source has pixels.
+void AddRow(const std::uint32_t* row, int sources, std::uint32_t weight, ColourSum* sums,
+            int targets) {
+    int wanted = sources; // by the target pixel at hand
+    for (int u = 0; u < sources; ++u) {
+        int left = targets;
+        while (left > 0) {
+            const int part = left < wanted ? left : wanted;
+            const std::uint32_t share = weight * static_cast<std::uint32_t>(part);
+            sums->channels[0] += share * (row[u] & 0xFF);
+            sums->channels[1] += share * ((row[u] >> 8) & 0xFF);
+            sums->channels[2] += share * ((row[u] >> 16) & 0xFF);
+            left -= part;
+            wanted -= part;
+            if (wanted == 0) {
+                ++sums;
+                wanted = sources;
+            }
+        }
+    }
 }
 
-std::uint32_t MeanColour(const PixelBitmap& source, const PixelBitmap& target, int x, int y) {
-    std::uint64_t sum[3] = {};
-    std::uint64_t weights = 0;
-    for (int v = y * source.height / target.height; v < source.height; ++v) {
-        const int down = Overlap(v, y, source.height, target.height);
-        if (down == 0) {
-            break;
-        }
-        for (int u = x * source.width / target.width; u < source.width; ++u) {
-            const int across = Overlap(u, x, source.width, target.width);
-            if (across == 0) {
-                break;
-            }
-            const std::uint32_t pixel = source.pixels[v * source.width + u];
-            const auto weight =
-                static_cast<std::uint64_t>(down) * static_cast<std::uint64_t>(across);
-            weights += weight;
-            for (int channel = 0; channel < 3; ++channel) {
-                sum[channel] += weight * ((pixel >> (8 * channel)) & 0xFF);
-            }
-        }
-    }
+std::uint32_t MeanColour(const ColourSum& sum, std::uint32_t weight) {
     std::uint32_t colour = 0;
     for (int channel = 0; channel < 3; ++channel) {
-        const std::uint64_t mean = (sum[channel] + weights / 2) / weights;
-        colour |= static_cast<std::uint32_t>(mean) << (8 * channel);
+        colour |= (sum.channels[channel] + weight / 2) / weight << (8 * channel);
     }
     return colour;
+}
+
+void Reduce(const PixelBitmap& source, PixelBitmap& target) {
+    const auto weight = static_cast<std::uint32_t>(source.width * source.height);
+    std::vector<ColourSum> sums(static_cast<std::size_t>(target.width));
+    std::uint32_t* drawn = target.pixels;
+    int wanted = source.height; // by the target row at hand
+    for (int v = 0; v < source.height; ++v) {
+        int left = target.height;
+        while (left > 0) {
+            const int part = left < wanted ? left : wanted;
+            AddRow(source.pixels + v * source.width, source.width, static_cast<std::uint32_t>(part),
+                   sums.data(), target.width);
+            left -= part;
+            wanted -= part;
+            if (wanted == 0) {
+                for (ColourSum& sum : sums) {
+                    *drawn++ = MeanColour(sum, weight);
+                    sum = {};
+                }
+                wanted = source.height;
+            }
+        }
+    }
 }
 
 } // namespace
@@ -89,11 +113,7 @@ void DrawReduced(HDC dc, const Area& target, HBITMAP picture, const Area& part) 
     if (from.pixels != nullptr && to.pixels != nullptr) {
         CopyPicture(from.dc, 0, 0, from.width, from.height, picture, part.left, part.top);
         ShellFinishDrawing();
-        for (int y = 0; y < height; ++y) {
-            for (int x = 0; x < width; ++x) {
-                to.pixels[y * width + x] = MeanColour(from, to, x, y);
-            }
-        }
+        Reduce(from, to);
         BitBlt(dc, target.left, target.top, width, height, to.dc, 0, 0, SRCCOPY);
     } else {
         DrawAgainLater();

@@ -8,7 +8,7 @@
 
 // Draws a part of the picture into the target area of dc, which is no larger than that part: every
 // pixel is the mean of what it stands for. The platform's own stretching would drop rows and
-// columns. Draws nothing if memory is short.
+// columns. The part has up to 16 million pixels. Draws nothing if memory is short.
 void DrawReduced(HDC dc, const Area& target, HBITMAP picture, const Area& part);
 
 #endif
