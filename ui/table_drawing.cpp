@@ -209,10 +209,12 @@ void ShowCard(std::size_t position) {
     });
 }
 
-// A paytable that fills its columns has its lower edge on the label's first line.
+// A paytable that fills its columns has its lower edge on the label's first line; between two
+// scales the last row's ground may reach a pixel into it as well.
 void ShowHeldLabel(std::size_t position) {
     ShowArea(program.layout.held[position], [&](HDC dc) {
         DrawHeldLabel(dc, position);
+        DrawRowGround(dc, program.table.game.rowCount - 1);
         OutlinePaytable(dc);
     });
 }

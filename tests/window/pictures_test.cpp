@@ -174,6 +174,13 @@ bool IsAll(const Picture& picture, std::uint32_t colour) {
                        [&](std::uint32_t pixel) { return pixel == colour; });
 }
 
+// The paytable and the labels below it.
+Picture GrabPaytable(const RunningProgram& program) {
+    const Layout& layout = program.layout;
+    return Grab(program,
+                {layout.names.left, layout.names.top, layout.payouts.right, layout.held[0].bottom});
+}
+
 constexpr GameId gamesWithOwnFaces[] = {JacksOrBetter, DeucesWild, JokerWild};
 
 } // namespace
@@ -270,6 +277,10 @@ TEST_F(LargeTable, FillsItsWindowBetweenTheScales) {
                 << position;
         }
         EXPECT_EQ(program.layout.scale, (Scale{1500, 240}));
+        Hold(program, moments[game].hold);
+        const Picture pieces = GrabPaytable(program);
+        RedrawWindow(program.window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        EXPECT_TRUE(Eventually([&] { return GrabPaytable(program) == pieces; }));
         EXPECT_TRUE(IsAll(Grab(program, {0, 0, 1500, 31}), Navy)) << "above the table";
         EXPECT_TRUE(IsAll(Grab(program, {0, 1869, 1500, 1900}), Navy)) << "below the table";
         CloseProgram(program);
