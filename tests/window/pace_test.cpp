@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -188,8 +189,10 @@ TEST_F(Pace, CardsTurnOneByOneFromTheLeft) {
     const RunningProgram program = StartSeeded(seed);
     Do(program, IDM_NO_TRAINING);
     const Watcher first(program, 95);
-    Post(program, IDC_DEAL_DRAW);
+    // Waited for to its end, for taps that come before it are thrown away.
+    std::thread dealing([&] { Do(program, IDC_DEAL_DRAW); });
     const std::vector<Scene> deal = first.Watch();
+    dealing.join();
     ExpectSteps(deal, {0, 1, 3, 7, 15, 31});
     for (const Scene& scene : deal) {
         EXPECT_TRUE(scene.faces == 0 || (scene.credits && scene.prompt)) << scene.faces;
