@@ -122,6 +122,8 @@ void DiscardInput() {
     while (PeekMessageW(&message, program.window, 0, 0, PM_REMOVE)) {
         if (!IsTapOrKey(message.message)) {
             DispatchMessageW(&message);
+        } else if (message.message == WM_COMMAND && LOWORD(message.wParam) == IDC_DEAL_DRAW) {
+            RefuseDealOrDraw();
         }
     }
 }

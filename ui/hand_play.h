@@ -10,7 +10,7 @@
 // Deals, or draws, as the table stands.
 void DealOrDraw();
 
-// Instead of DealOrDraw where it is refused. A drill deals again by a command, so between two hands
+// Instead of DealOrDraw where it is refused or thrown away. A drill deals again by a command, so between two hands
 // the table may still look as if one were held; it shows now that none is.
 void RefuseDealOrDraw();
 

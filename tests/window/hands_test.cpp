@@ -206,6 +206,27 @@ TEST_F(Hands, ADrillThatCannotDealAgainSaysSo) {
     EXPECT_TRUE(Holding(program));
 }
 
+// A hand is played while the window is moved, within the deal before it; the command by which the
+// drill deals again comes when that deal throws its taps away.
+TEST_F(Hands, ADrillThatLosesItsDealToAMoveSaysSo) {
+    SetSetting(L"NoDraw", 1);
+    const RunningProgram program = StartUntrained(1, 20);
+    Post(program, IDC_DEAL_DRAW);
+    PostMessageW(program.window, WM_SYSCOMMAND, SC_MOVE, 0);
+    ASSERT_TRUE(Eventually([&] { return Holding(program) && IsGrabbed(program); }));
+    const HANDLE thread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, program.thread);
+    SuspendThread(thread); // so that the move ends before the drill's own command
+    Post(program, IDC_DEAL_DRAW);
+    PostMessageW(program.window, WM_KEYDOWN, VK_ESCAPE, 1);
+    ResumeThread(thread);
+    CloseHandle(thread);
+    EXPECT_TRUE(Eventually([&] { return ControlText(program, IDC_DEAL_DRAW) == L"Deal"; }));
+    EXPECT_TRUE(Eventually([&] { return IsWindowEnabled(Control(program, IDC_BET_ONE)); }));
+    EXPECT_TRUE(ShowsPrompt(program, GameOver));
+    Do(program, IDC_DEAL_DRAW);
+    EXPECT_TRUE(Holding(program));
+}
+
 TEST_F(Hands, BetGoesFromFiveToOne) {
     const RunningProgram program = StartUntrained(1);
     for (const int bet : {1, 2, 3, 4, 5, 1}) {

@@ -254,6 +254,13 @@ void EnterReturn(Ledger& ledger, const JournalEntry& entry) {
     }
 }
 
+// Whether Deal may stand on the button though nothing made it so: a command that was thrown away is
+// not in the journal, and a drill may stop.
+bool IsBetweenHands(const Ledger& ledger, const Running& command) {
+    return command.mayStop ? ledger.unsure > 0
+                           : command.id == IDC_DEAL_DRAW && !ledger.table.inDraw;
+}
+
 void EnterDealText(Ledger& ledger, const std::wstring& text) {
     if (ledger.running.empty()) {
         Fault(ledger, "the Deal button changed by itself");
@@ -265,7 +272,7 @@ void EnterDealText(Ledger& ledger, const std::wstring& text) {
         DealHand(ledger);
     } else if (!command.dealTexts.empty() && command.dealTexts.front() == text) {
         command.dealTexts.erase(command.dealTexts.begin());
-    } else if (!(text == L"Deal" && command.mayStop && ledger.unsure > 0)) {
+    } else if (!(text == L"Deal" && IsBetweenHands(ledger, command))) {
         Fault(ledger, "the Deal button became " + Narrow(text) + " by command " +
                           std::to_string(command.id));
     }
