@@ -214,6 +214,7 @@ void Soak::AwaitRealInput() {
     if (!fidget->ComeToRest() || !Alive()) {
         return;
     }
+    GoHome(); // where the pointer reaches the window
     const std::int64_t signs = ledger.signs;
     const auto hasCome = [&] {
         Read();
@@ -257,7 +258,8 @@ void Soak::GoHome() {
     EXPECT_TRUE(Eventually([&] {
         RECT client = {};
         GetClientRect(program.window, &client);
-        return client.right == DesignWidth * HomeScale && client.bottom == DesignHeight * HomeScale;
+        return !Alive() || (client.right == DesignWidth * HomeScale &&
+                            client.bottom == DesignHeight * HomeScale);
     })) << "the window does not take its size";
 }
 
