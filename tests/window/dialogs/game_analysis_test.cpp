@@ -61,10 +61,14 @@ void ExpectStored(const AnalysisTexts& texts, const std::wstring& key) {
     EXPECT_EQ(TextSetting(L"Return", key), texts.gameReturn);
 }
 
-// What the dialog shows of a key.
+// What the dialog shows of a key. It may be idle a moment before it has shown the result.
 void ExpectShown(const RunningProgram& program, HWND dialog, const std::wstring& key) {
-    const std::vector<SeenRow> rows =
-        ReadRows(program, GetDlgItem(dialog, IDC_ANALYSIS_LIST), JacksCells);
+    std::vector<SeenRow> rows;
+    EXPECT_TRUE(Eventually([&] {
+        rows = ReadRows(program, GetDlgItem(dialog, IDC_ANALYSIS_LIST), JacksCells);
+        return !rows.empty() && rows.front()[2] == Value(0, L"-4", key) &&
+               rows.back()[2] == Value(rows.size() - 1, L"-4", key);
+    }));
     for (std::size_t row = 0; row < rows.size(); ++row) {
         EXPECT_EQ(rows[row][2], Value(row, L"-4", key)) << "row " << row;
         EXPECT_EQ(rows[row][3], Value(row, L"-3", key)) << "row " << row;
