@@ -38,14 +38,15 @@ std::string FirstLine(const std::wstring& path) {
 }
 
 // Wine knows the processor time of no process but the asking one; the system beneath it does, by
-// the command line that starts with the program's path. A clock tick there is 10 ms.
-double ProcessorSecondsBeneathWine(const std::wstring& programPath) {
+// the words of the command line, each with a zero behind it. A clock tick there is 10 ms.
+double ProcessorSecondsBeneathWine(const std::wstring& programPath, const std::wstring& argument) {
+    const std::string words = Narrow(programPath + L'\0' + argument + L'\0');
     double seconds = -1;
     WIN32_FIND_DATAW found;
     const HANDLE search = FindFirstFileW(L"Z:\\proc\\*", &found);
     do {
         const std::wstring folder = L"Z:\\proc\\" + std::wstring(found.cFileName);
-        if (FirstLine(folder + L"\\cmdline").rfind(Narrow(programPath), 0) == 0) {
+        if (FirstLine(folder + L"\\cmdline").rfind(words, 0) == 0) {
             const std::string line = FirstLine(folder + L"\\stat");
             std::istringstream fields(line.substr(line.rfind(')') + 2));
             std::string skipped;
@@ -87,9 +88,11 @@ bool LeavesNoGdiObjects(HANDLE process, Work work) {
     return false;
 }
 
-double ProcessorSeconds(const RunningProgram& program, const std::wstring& programPath) {
+// Of the program that was started with this argument, which no other has.
+double ProcessorSeconds(const RunningProgram& program, const std::wstring& programPath,
+                        const std::wstring& argument) {
     if (GetFileAttributesW(L"Z:\\proc\\self") != INVALID_FILE_ATTRIBUTES) {
-        return ProcessorSecondsBeneathWine(programPath);
+        return ProcessorSecondsBeneathWine(programPath, argument);
     }
     FILETIME begun;
     FILETIME ended;
@@ -180,23 +183,26 @@ TEST_F(Endurance, EveryGameBetAndMenuLeavesNoGdiObjectsBehind) {
 }
 
 TEST_F(Endurance, WaitingCostsNoProcessorTime) {
+    // The program reads no arguments; this one tells it from those that tests beside this one run.
     const std::wstring path = ProgramFolder() + L"tessarin-ce.exe";
-    const RunningProgram program = StartProgram();
+    const std::wstring mark =
+        std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(GetTickCount64());
+    const RunningProgram program = StartAndWait(L"\"" + path + L"\" " + mark);
     Settle(program);
-    double before = ProcessorSeconds(program, path);
+    double before = ProcessorSeconds(program, path, mark);
     ASSERT_TRUE(Eventually([&] { // on a busy machine the start goes on for a while
         const double then = before;
         Sleep(300);
-        before = ProcessorSeconds(program, path);
+        before = ProcessorSeconds(program, path, mark);
         return before == then;
     })) << "the start does not end";
     Sleep(2500);
-    const double waited = ProcessorSeconds(program, path) - before;
+    const double waited = ProcessorSeconds(program, path, mark) - before;
     EXPECT_LT(waited, 0.011) << "more than one tick of the clock";
     for (int bets = 0; bets < 400; ++bets) {
         Do(program, IDC_BET_ONE);
     }
-    const double bet = ProcessorSeconds(program, path) - before - waited;
+    const double bet = ProcessorSeconds(program, path, mark) - before - waited;
     EXPECT_GT(bet, 0) << "work is not seen either";
     std::printf("%.2f s of processor time for 2.5 s of waiting, %.2f for 400 bets\n", waited, bet);
 }
