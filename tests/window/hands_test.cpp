@@ -16,6 +16,16 @@ class Hands : public WindowTest {};
 
 constexpr wchar_t NeedMoney[] = L"Need Money";
 
+// Has all the messages that are posted there before the program takes the first of them.
+template <typename Work>
+void PostTogether(const RunningProgram& program, Work post) {
+    const HANDLE thread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, program.thread);
+    SuspendThread(thread);
+    post();
+    ResumeThread(thread);
+    CloseHandle(thread);
+}
+
 } // namespace
 
 TEST_F(Hands, OfEveryGameGoAsTheirSeedSays) {
@@ -191,12 +201,10 @@ TEST_F(Hands, ADrillThatCannotDealAgainSaysSo) {
     SetSetting(L"NoDraw", 1);
     const RunningProgram program = StartUntrained(1);
     Do(program, IDC_DEAL_DRAW);
-    const HANDLE thread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, program.thread);
-    SuspendThread(thread); // so that both are there before the first is carried out
-    Post(program, IDC_DEAL_DRAW);
-    Post(program, IDM_SESSION_STATS);
-    ResumeThread(thread);
-    CloseHandle(thread);
+    PostTogether(program, [&] {
+        Post(program, IDC_DEAL_DRAW);
+        Post(program, IDM_SESSION_STATS);
+    });
     const HWND dialog = WaitForDialog(program, L"Current Session Analysis");
     EXPECT_TRUE(Eventually([&] { return ControlText(program, IDC_DEAL_DRAW) == L"Deal"; }));
     LeaveDialog(dialog, IDOK);
@@ -214,12 +222,10 @@ TEST_F(Hands, ADrillThatLosesItsDealToAMoveSaysSo) {
     Post(program, IDC_DEAL_DRAW);
     PostMessageW(program.window, WM_SYSCOMMAND, SC_MOVE, 0);
     ASSERT_TRUE(Eventually([&] { return Holding(program) && IsGrabbed(program); }));
-    const HANDLE thread = OpenThread(THREAD_SUSPEND_RESUME, FALSE, program.thread);
-    SuspendThread(thread); // so that the move ends before the drill's own command
-    Post(program, IDC_DEAL_DRAW);
-    PostMessageW(program.window, WM_KEYDOWN, VK_ESCAPE, 1);
-    ResumeThread(thread);
-    CloseHandle(thread);
+    PostTogether(program, [&] { // the move ends before the drill's own command
+        Post(program, IDC_DEAL_DRAW);
+        PostMessageW(program.window, WM_KEYDOWN, VK_ESCAPE, 1);
+    });
     EXPECT_TRUE(Eventually([&] { return ControlText(program, IDC_DEAL_DRAW) == L"Deal"; }));
     EXPECT_TRUE(Eventually([&] { return IsWindowEnabled(Control(program, IDC_BET_ONE)); }));
     EXPECT_TRUE(ShowsPrompt(program, GameOver));
