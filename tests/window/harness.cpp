@@ -1,5 +1,7 @@
 #include "tests/window/harness.h"
 
+#include <cstdio>
+#include <cstdlib>
 #include <cwchar>
 
 #include "tests/window/sound_device.h"
@@ -14,9 +16,16 @@ constexpr wchar_t MenuClass[] = L"#32768";
 std::vector<HANDLE> started;
 HANDLE menuMemory = nullptr;
 const SeenMenu* seenMenu = nullptr;
+long inputsGiven = 0;
 
 std::wstring SettingsPathWith(const std::wstring& below) {
     return below.empty() ? SettingsPath : SettingsPath + (L"\\" + below);
+}
+
+// In the folder of the system beneath Wine from which somebody gives real input.
+std::wstring RealInputFile(const wchar_t* name) {
+    const wchar_t* folder = _wgetenv(L"TESSARIN_REAL_INPUT");
+    return folder != nullptr ? L"Z:" + std::wstring(folder) + L"/" + name : L"";
 }
 
 // Without a window manager on the display, Wine is to manage its windows itself; it would wait two
@@ -254,15 +263,30 @@ void TapMiddle(const RunningProgram& program, const Area& area) {
 }
 
 void RunXdotool(const std::wstring& arguments) {
-    std::wstring command = L"Z:\\usr\\bin\\xdotool " + arguments;
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                               nullptr, &startup, &process))
-        << "xdotool does not start";
-    // A program of the system beneath Wine has no handles here: what Wine leaves in their place may
-    // be anybody's.
+    const HANDLE lines =
+        CreateFileW(RealInputFile(L"lines").c_str(), GENERIC_WRITE,
+                    FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(lines, INVALID_HANDLE_VALUE) << "nobody gives real input; see tools/under-wine";
+    std::string line;
+    for (const wchar_t letter : arguments + L"\n") {
+        line += static_cast<char>(letter);
+    }
+    DWORD written = 0;
+    EXPECT_TRUE(WriteFile(lines, line.data(), static_cast<DWORD>(line.size()), &written, nullptr));
+    CloseHandle(lines);
+    ++inputsGiven;
+}
+
+bool RealInputIsOnItsWay() {
+    long done = 0;
+    std::FILE* file = _wfopen(RealInputFile(L"done").c_str(), L"r");
+    if (file != nullptr) {
+        if (std::fscanf(file, "%ld", &done) != 1) {
+            done = 0; // it is being written
+        }
+        std::fclose(file);
+    }
+    return done < inputsGiven;
 }
 
 // The keyboard belongs to the window under the pointer, which stands between the cards and the

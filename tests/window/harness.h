@@ -97,8 +97,10 @@ void GrabTitle(const RunningProgram& program);
 bool IsGrabbed(const RunningProgram& program);
 void LetGo();
 
-// Starts xdotool with any of its commands, and does not wait for it.
+// Has xdotool carry out any of its commands after those it was given before, and does not wait.
 void RunXdotool(const std::wstring& arguments);
+// Whether some of them are still to be carried out.
+bool RealInputIsOnItsWay();
 
 // Child controls and dialogs.
 HWND Control(const RunningProgram& program, int id);

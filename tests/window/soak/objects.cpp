@@ -239,12 +239,3 @@ std::wstring DescribeUserObjects(const RunningProgram& program) {
     }
     return text;
 }
-
-bool RealInputIsOnItsWay() {
-    for (const std::wstring& name : Names(L"Z:\\proc\\*")) {
-        if (ReadFile(L"Z:\\proc\\" + name + L"\\comm") == "xdotool\n") {
-            return true;
-        }
-    }
-    return false;
-}

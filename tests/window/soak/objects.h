@@ -41,7 +41,4 @@ Objects CountLastingObjects(const RunningProgram& program, const SystemView& vie
 // The user objects by their kinds.
 std::wstring DescribeUserObjects(const RunningProgram& program);
 
-// Whether somebody on this machine is about to press a real key or the real pointer.
-bool RealInputIsOnItsWay();
-
 #endif
