@@ -1,7 +1,9 @@
 #include <cstdio>
 
-#include "tests/window/dialogs/reading.h"
+#include "settings/settings.h"
+#include "tests/window/dialogs/analysis_run.h"
 #include "tests/window/hostile/companion.h"
+#include "training/game_analysis.h"
 #include "ui/resource.h"
 
 // The program is killed at a random moment: what was stored before is whole, and of what it was
@@ -12,11 +14,15 @@ namespace {
 class Kills : public WindowTest {};
 
 struct Tally {
+    int atTheStart = 0;
     int inPlay = 0;
     int beforeStoring = 0;
     int whileStoring = 0;
     int afterStoring = 0;
     int inPaytable = 0;
+    int beforeResults = 0;
+    int withSomeResults = 0;
+    int withAllResults = 0;
 };
 
 // A busy wait; Sleep knows only whole milliseconds.
@@ -31,9 +37,9 @@ void WaitMicroseconds(int microseconds) {
     } while ((now.QuadPart - start.QuadPart) * 1000000 / frequency.QuadPart < microseconds);
 }
 
-void Kill(const RunningProgram& program) {
-    TerminateProcess(program.process, DiedAsPlanned);
-    ASSERT_TRUE(ExitCodeOf(program.process).has_value());
+void Kill(HANDLE process) {
+    TerminateProcess(process, DiedAsPlanned);
+    ASSERT_TRUE(ExitCodeOf(process).has_value());
 }
 
 // Values were stored in their order: the first so many are new, the others as they were. Returns
@@ -78,6 +84,14 @@ void PlaySome(Companion& companion, std::mt19937& random) {
     }
 }
 
+void KillAtTheStart(std::mt19937& random, const StoredTree& before, Tally& tally) {
+    const HANDLE process = StartProcess(FaultyCommand(random())).hProcess;
+    Sleep(static_cast<DWORD>(Between(random, 0, 400)));
+    Kill(process);
+    EXPECT_EQ(ReadTree(), before);
+    ++tally.atTheStart;
+}
+
 // Before the window is asked to close nothing is stored.
 void KillInPlay(Companion& companion, std::mt19937& random, const StoredTree& before,
                 Tally& tally) {
@@ -85,7 +99,7 @@ void KillInPlay(Companion& companion, std::mt19937& random, const StoredTree& be
         Post(companion.program, IDC_DEAL_DRAW);
     }
     WaitMicroseconds(Between(random, 0, 20000));
-    Kill(companion.program);
+    Kill(companion.program.process);
     EXPECT_EQ(ReadTree(), before);
     ++tally.inPlay;
 }
@@ -101,7 +115,7 @@ void KillAtTheEnd(Companion& companion, std::mt19937& random, const StoredTree& 
         EXPECT_TRUE(code == DiedAsPlanned || code == 0U);
     } else {
         WaitMicroseconds(Between(random, 0, 12000));
-        Kill(companion.program);
+        Kill(companion.program.process);
     }
     const OwnValues values = ValuesOf(companion.table, companion.stats);
     const StoredTree after = ReadTree();
@@ -132,9 +146,52 @@ void KillInPaytable(Companion& companion, std::mt19937& random, const StoredTree
         PostMessageW(dialog, WM_COMMAND, IDOK, 0);
         WaitMicroseconds(Between(random, 0, 6000));
     }
-    Kill(companion.program);
+    Kill(companion.program.process);
     ExpectPrefix(before, ReadTree(), PaytablePath(game, true), five);
     ++tally.inPaytable;
+}
+
+// The results of the game at its bet are stored at the end of their run, and of a run that is
+// repeated they are the same.
+void KillInAnalysis(Companion& companion, std::mt19937& random, const StoredTree& before,
+                    Faults& faults, Tally& tally) {
+    const GameDescriptor& game = companion.table.game;
+    const HANDLE process = companion.program.process;
+    const bool inside = OneIn(random, 2);
+    const HWND dialog = OpenAnalysis(companion.program, game.rowCount + 1);
+    if (inside) {
+        faults.Plan(WritingCalls, Die, Between(random, 0, 4 * game.rowCount), 1);
+    }
+    PressButton(dialog, IDC_RUN_ANALYSIS);
+    LeaveDialog(WaitForDialog(companion.program, L"Confirm"), IDYES);
+    if (inside) {
+        EXPECT_EQ(ExitCodeOf(process, CyclePatience), std::optional<DWORD>(DiedAsPlanned));
+    } else {
+        Sleep(static_cast<DWORD>(Between(random, 0, 600)));
+        Kill(process);
+    }
+    StoredTree after = ReadTree();
+
+    GameAnalysis again;
+    PrepareGameAnalysis(again, game, companion.table.bet);
+    ASSERT_TRUE(RunGameAnalysis(again, game.id));
+    const std::wstring path =
+        FoldedName(again.keyPath.substr(std::wstring(SettingsKey).size() + 1));
+    StoredKey results = ReadTree()[path];
+    for (const auto& [name, value] : after[path]) {
+        EXPECT_EQ(Readable(value), Readable(results[name])) << Readable(name);
+    }
+    const std::size_t stored = after[path].size();
+    ++(stored == 0               ? tally.beforeResults
+       : stored < results.size() ? tally.withSomeResults
+                                 : tally.withAllResults);
+    for (const auto& [name, value] : before.count(path) != 0 ? before.at(path) : StoredKey()) {
+        EXPECT_EQ(after[path].count(name), 1U) << Readable(name) << " is gone";
+    }
+    StoredTree rest = before;
+    rest.erase(path);
+    after.erase(path);
+    EXPECT_EQ(DifferencesOf(rest, after), "") << "something else has changed";
 }
 
 } // namespace
@@ -145,7 +202,7 @@ TEST_F(Kills, LeaveWhatIsStoredWhole) {
     SetSetting(L"Sound", 0);
     Faults faults;
     Tally tally;
-    const int kills = Repetitions("TESSARIN_KILLS", 4);
+    const int kills = Repetitions("TESSARIN_KILLS", 6);
     for (int i = 0; i < kills && !HasFailure(); ++i) {
         TellProgress(i, kills);
         SCOPED_TRACE("kill " + std::to_string(i));
@@ -154,25 +211,34 @@ TEST_F(Kills, LeaveWhatIsStoredWhole) {
             RegDeleteKeyValueW(HKEY_CURRENT_USER, L"TessarCE", name);
         }
         const StoredTree before = ReadTree();
+        const int moment = i % 6;
+        if (moment == 0) {
+            KillAtTheStart(random, before, tally);
+            continue;
+        }
         Companion companion;
         StartCompanion(companion, random());
         PlaySome(companion, random);
-        switch (i % 4) {
-        case 0:
+        switch (moment) {
+        case 1:
             KillInPlay(companion, random, before, tally);
             break;
-        case 1:
+        case 2:
             KillInPaytable(companion, random, before, faults, tally);
             break;
+        case 3:
+            KillInAnalysis(companion, random, before, faults, tally);
+            break;
         default:
-            KillAtTheEnd(companion, random, before, i % 4 == 2, faults, tally);
+            KillAtTheEnd(companion, random, before, moment == 4, faults, tally);
             break;
         }
         faults.End();
     }
-    std::printf(
-        "%d in play, %d in the paytable editor; at the end %d before, %d while and %d after "
-        "storing\n",
-        tally.inPlay, tally.inPaytable, tally.beforeStoring, tally.whileStoring,
-        tally.afterStoring);
+    std::printf("%d in play, %d at the start, %d in the paytable editor; in the analysis %d "
+                "before, %d while and %d after storing; at the end %d before, %d while and %d "
+                "after storing\n",
+                tally.inPlay, tally.atTheStart, tally.inPaytable, tally.beforeResults,
+                tally.withSomeResults, tally.withAllResults, tally.beforeStoring,
+                tally.whileStoring, tally.afterStoring);
 }
