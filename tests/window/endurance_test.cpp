@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -9,6 +8,7 @@
 #include "tests/window/harness.h"
 #include "tests/window/looks.h"
 #include "tests/window/play.h"
+#include "tests/window/system_view.h"
 #include "ui/resource.h"
 
 // What long play and long waiting cost.
@@ -16,52 +16,6 @@
 namespace {
 
 class Endurance : public WindowTest {};
-
-std::string Narrow(const std::wstring& text) {
-    std::string narrow;
-    for (const wchar_t letter : text) {
-        narrow += static_cast<char>(letter);
-    }
-    return narrow;
-}
-
-std::string FirstLine(const std::wstring& path) {
-    std::string line;
-    std::FILE* file = _wfopen(path.c_str(), L"rb");
-    if (file != nullptr) {
-        for (int letter = std::fgetc(file); letter != EOF; letter = std::fgetc(file)) {
-            line += static_cast<char>(letter);
-        }
-        std::fclose(file);
-    }
-    return line;
-}
-
-// Wine knows the processor time of no process but the asking one; the system beneath it does, by
-// the words of the command line, each with a zero behind it. A clock tick there is 10 ms.
-double ProcessorSecondsBeneathWine(const std::wstring& programPath, const std::wstring& argument) {
-    const std::string words = Narrow(programPath + L'\0' + argument + L'\0');
-    double seconds = -1;
-    WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileW(L"Z:\\proc\\*", &found);
-    do {
-        const std::wstring folder = L"Z:\\proc\\" + std::wstring(found.cFileName);
-        if (FirstLine(folder + L"\\cmdline").rfind(words, 0) == 0) {
-            const std::string line = FirstLine(folder + L"\\stat");
-            std::istringstream fields(line.substr(line.rfind(')') + 2));
-            std::string skipped;
-            double user = 0;
-            double kernel = 0;
-            for (int i = 0; i < 11; ++i) {
-                fields >> skipped;
-            }
-            fields >> user >> kernel;
-            seconds = (user + kernel) / 100;
-        }
-    } while (FindNextFileW(search, &found));
-    FindClose(search);
-    return seconds;
-}
 
 // Without those of a drawing that is just going on.
 int LastingGdiObjectsOf(HANDLE process) {
@@ -88,11 +42,10 @@ bool LeavesNoGdiObjects(HANDLE process, Work work) {
     return false;
 }
 
-// Of the program that was started with this argument, which no other has.
-double ProcessorSeconds(const RunningProgram& program, const std::wstring& programPath,
-                        const std::wstring& argument) {
-    if (GetFileAttributesW(L"Z:\\proc\\self") != INVALID_FILE_ATTRIBUTES) {
-        return ProcessorSecondsBeneathWine(programPath, argument);
+// Without such a system the platform itself tells.
+double ProcessorSeconds(const RunningProgram& program, const SystemView& view) {
+    if (view.Found()) {
+        return view.ProcessorSeconds();
     }
     FILETIME begun;
     FILETIME ended;
@@ -184,25 +137,27 @@ TEST_F(Endurance, EveryGameBetAndMenuLeavesNoGdiObjectsBehind) {
 
 TEST_F(Endurance, WaitingCostsNoProcessorTime) {
     // The program reads no arguments; this one tells it from those that tests beside this one run.
-    const std::wstring path = ProgramFolder() + L"tessarin-ce.exe";
+    const std::wstring name = L"tessarin-ce.exe";
     const std::wstring mark =
         std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(GetTickCount64());
-    const RunningProgram program = StartAndWait(L"\"" + path + L"\" " + mark);
+    const RunningProgram program = StartAndWait(L"\"" + ProgramFolder() + name + L"\" " + mark);
+    const SystemView view({name, mark});
+    ASSERT_EQ(view.Found(), SystemView::Exists());
     Settle(program);
-    double before = ProcessorSeconds(program, path, mark);
+    double before = ProcessorSeconds(program, view);
     ASSERT_TRUE(Eventually([&] { // on a busy machine the start goes on for a while
         const double then = before;
         Sleep(300);
-        before = ProcessorSeconds(program, path, mark);
+        before = ProcessorSeconds(program, view);
         return before == then;
     })) << "the start does not end";
     Sleep(2500);
-    const double waited = ProcessorSeconds(program, path, mark) - before;
+    const double waited = ProcessorSeconds(program, view) - before;
     EXPECT_LT(waited, 0.011) << "more than one tick of the clock";
     for (int bets = 0; bets < 400; ++bets) {
         Do(program, IDC_BET_ONE);
     }
-    const double bet = ProcessorSeconds(program, path, mark) - before - waited;
+    const double bet = ProcessorSeconds(program, view) - before - waited;
     EXPECT_GT(bet, 0) << "work is not seen either";
     std::printf("%.2f s of processor time for 2.5 s of waiting, %.2f for 400 bets\n", waited, bet);
 }

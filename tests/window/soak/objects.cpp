@@ -5,9 +5,8 @@
 #include <winternl.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <map>
-#include <sstream>
+#include <vector>
 
 #include "tests/window/gdi_objects.h"
 #include "tests/window/soak/journal.h"
@@ -118,40 +117,6 @@ int HandlesOf(DWORD process) {
     return count;
 }
 
-std::string ReadFile(const std::wstring& path) {
-    std::string text;
-    std::FILE* file = _wfopen(path.c_str(), L"rb");
-    if (file != nullptr) {
-        for (int letter = std::fgetc(file); letter != EOF; letter = std::fgetc(file)) {
-            text += static_cast<char>(letter);
-        }
-        std::fclose(file);
-    }
-    return text;
-}
-
-// A command line as the system beneath Wine keeps it: its words, each with a zero behind it.
-std::string Words(const std::wstring& commandLine) {
-    std::string words;
-    for (const wchar_t letter : commandLine) {
-        words += letter == L' ' ? '\0' : static_cast<char>(letter);
-    }
-    return words + '\0';
-}
-
-std::vector<std::wstring> Names(const std::wstring& pattern) {
-    std::vector<std::wstring> names;
-    WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileW(pattern.c_str(), &found);
-    if (search != INVALID_HANDLE_VALUE) {
-        do {
-            names.emplace_back(found.cFileName);
-        } while (FindNextFileW(search, &found));
-        FindClose(search);
-    }
-    return names;
-}
-
 Objects Least(const Objects& a, const Objects& b) {
     return {std::min(a.gdi, b.gdi),
             std::min(a.user, b.user),
@@ -162,50 +127,6 @@ Objects Least(const Objects& a, const Objects& b) {
 }
 
 } // namespace
-
-SystemView::SystemView(const std::wstring& commandLine) {
-    const std::string words = Words(commandLine);
-    for (const std::wstring& name : Names(L"Z:\\proc\\*")) {
-        const std::wstring candidate = L"Z:\\proc\\" + name;
-        if (ReadFile(candidate + L"\\cmdline").rfind(words, 0) == 0) {
-            folder = candidate;
-        }
-    }
-}
-
-double SystemView::WaitedForProcessor() const {
-    if (folder.empty()) {
-        return 0;
-    }
-    double waited = 0;
-    for (const std::wstring& task : Names(folder + L"\\task\\*")) {
-        if (task[0] == L'.') {
-            continue;
-        }
-        std::istringstream fields(ReadFile(folder + L"\\task\\" + task + L"\\schedstat"));
-        double ran = 0;
-        double stood = 0;
-        fields >> ran >> stood;
-        waited += stood * 1e-6;
-    }
-    return waited;
-}
-
-double SystemView::ProcessorSeconds() const {
-    std::istringstream fields(ReadFile(folder + L"\\schedstat"));
-    double ran = 0;
-    fields >> ran;
-    return ran * 1e-9;
-}
-
-long long SystemView::PrivateBytes() const {
-    const std::string text = ReadFile(folder + L"\\smaps_rollup");
-    const std::size_t at = text.find("Private_Dirty:");
-    if (folder.empty() || at == std::string::npos) {
-        return -1;
-    }
-    return std::atoll(text.c_str() + at + 14) * 1024;
-}
 
 Objects CountObjects(const RunningProgram& program, const SystemView& view) {
     long long bytes = view.PrivateBytes();

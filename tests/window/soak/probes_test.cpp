@@ -20,7 +20,7 @@ RunningProgram ThisProgram() {
 }
 
 const SystemView& NoView() {
-    static const SystemView view(L"a program that does not run");
+    static const SystemView view({L"a-program-that-does-not-run.exe"});
     return view;
 }
 

@@ -174,8 +174,9 @@ void Soak::Start(std::uint32_t seed) {
     journal = std::make_unique<JournalMemory>();
     OpenLedger(ledger, seed);
     program = StartSeeded(seed, 0);
-    view = std::make_unique<SystemView>(ProgramFolder() + L"tessarin-seeded.exe " +
-                                        std::to_wstring(seed) + L" 0");
+    view = std::make_unique<SystemView>(
+        std::vector<std::wstring>{L"tessarin-seeded.exe", std::to_wstring(seed), L"0"});
+    ASSERT_EQ(view->Found(), SystemView::Exists());
     pulse = std::make_unique<Pulse>(program.window, *view);
     GoHome();
     RECT client = {};
