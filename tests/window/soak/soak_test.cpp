@@ -215,13 +215,13 @@ void Soak::AwaitRealInput() {
     if (!fidget->ComeToRest() || !Alive()) {
         return;
     }
-    GoHome(); // where the pointer reaches the window
     const std::int64_t signs = ledger.signs;
     const auto hasCome = [&] {
         Read();
         return ledger.signs > signs || !Alive();
     };
     for (int times = 0; times < SignTimes && !hasCome(); ++times) {
+        GoHome(); // where the pointer reaches the window; a late drag moves it away
         PressKeys(program, std::wstring(1, SignKey));
         Eventually(hasCome, LongestWayOfInput);
     }
