@@ -23,6 +23,7 @@ struct Tally {
     int beforeResults = 0;
     int withSomeResults = 0;
     int withAllResults = 0;
+    int overResults = 0; // of the same paytable
 };
 
 // A busy wait; Sleep knows only whole milliseconds.
@@ -182,7 +183,8 @@ void KillInAnalysis(Companion& companion, std::mt19937& random, const StoredTree
         EXPECT_EQ(Readable(value), Readable(results[name])) << Readable(name);
     }
     const std::size_t stored = after[path].size();
-    ++(stored == 0               ? tally.beforeResults
+    ++(before.count(path) != 0   ? tally.overResults
+       : stored == 0             ? tally.beforeResults
        : stored < results.size() ? tally.withSomeResults
                                  : tally.withAllResults);
     for (const auto& [name, value] : before.count(path) != 0 ? before.at(path) : StoredKey()) {
@@ -192,6 +194,9 @@ void KillInAnalysis(Companion& companion, std::mt19937& random, const StoredTree
     rest.erase(path);
     after.erase(path);
     EXPECT_EQ(DifferencesOf(rest, after), "") << "something else has changed";
+    if (OneIn(random, 2)) {
+        RegDeleteTreeW(HKEY_CURRENT_USER, again.keyPath.c_str());
+    }
 }
 
 } // namespace
@@ -236,9 +241,9 @@ TEST_F(Kills, LeaveWhatIsStoredWhole) {
         faults.End();
     }
     std::printf("%d in play, %d at the start, %d in the paytable editor; in the analysis %d "
-                "before, %d while and %d after storing; at the end %d before, %d while and %d "
-                "after storing\n",
+                "before, %d while and %d after storing, %d over older results; at the end %d "
+                "before, %d while and %d after storing\n",
                 tally.inPlay, tally.atTheStart, tally.inPaytable, tally.beforeResults,
-                tally.withSomeResults, tally.withAllResults, tally.beforeStoring,
+                tally.withSomeResults, tally.withAllResults, tally.overResults, tally.beforeStoring,
                 tally.whileStoring, tally.afterStoring);
 }
