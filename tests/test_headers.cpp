@@ -1,0 +1,1 @@
+// Has a compiled form of what every test includes made; nothing of its own.
