@@ -47,6 +47,20 @@ double Seconds() {
     return static_cast<double>(GetTickCount64()) / 1000;
 }
 
+std::string DescribeState(const RunningProgram& program) {
+    RECT place = {};
+    GetWindowRect(program.window, &place);
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(program.thread, &info);
+    char text[160];
+    std::snprintf(text, sizeof text, "at %ld, %ld, %ld x %ld%s%s, flags %lx", place.left, place.top,
+                  place.right - place.left, place.bottom - place.top,
+                  IsIconic(program.window) ? ", minimised" : "",
+                  IsZoomed(program.window) ? ", maximised" : "", info.flags);
+    return text;
+}
+
 // The journal's memory, made before the program that writes it.
 class JournalMemory {
   public:
@@ -245,23 +259,28 @@ void Soak::Rest() {
     CatchUp(fidget->LeaveMark());
 }
 
+// Changes of the window's place that were given before may still come after this one. A window that
+// goes with the pointer although nothing is pressed, because a menu took the release, is let go.
 void Soak::GoHome() {
-    for (int times = 0; times < 2; ++times) {
-        if (IsIconic(program.window) || IsZoomed(program.window)) {
-            SendMessageW(program.window, WM_SYSCOMMAND, SC_RESTORE, 0);
-        }
-    }
     RECT frame = {0, 0, DesignWidth * HomeScale, DesignHeight * HomeScale};
     AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongW(program.window, GWL_STYLE)), FALSE,
                        0);
-    SetWindowPos(program.window, nullptr, 40, 40, frame.right - frame.left,
-                 frame.bottom - frame.top, SWP_NOZORDER | SWP_NOACTIVATE);
     EXPECT_TRUE(Eventually([&] {
+        if (!RealInputIsOnItsWay() && IsGrabbed(program)) {
+            LetGo();
+        }
+        if (IsIconic(program.window) || IsZoomed(program.window)) {
+            SendMessageW(program.window, WM_SYSCOMMAND, SC_RESTORE, 0);
+        }
+        SetWindowPos(program.window, nullptr, 40, 40, frame.right - frame.left,
+                     frame.bottom - frame.top, SWP_NOZORDER | SWP_NOACTIVATE);
+        Sleep(20);
         RECT client = {};
         GetClientRect(program.window, &client);
-        return !Alive() || (client.right == DesignWidth * HomeScale &&
+        return !Alive() || (!IsZoomed(program.window) && client.right == DesignWidth * HomeScale &&
                             client.bottom == DesignHeight * HomeScale);
-    })) << "the window does not take its size";
+    })) << "the window does not take its size: "
+        << DescribeState(program);
 }
 
 // What a reset left of a count-up was still paid: the panel says how much.
