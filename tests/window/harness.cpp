@@ -277,7 +277,7 @@ void RunXdotool(const std::wstring& arguments) {
     ++inputsGiven;
 }
 
-bool RealInputIsOnItsWay() {
+long RealInputsOnTheirWay() {
     long done = 0;
     std::FILE* file = _wfopen(RealInputFile(L"done").c_str(), L"r");
     if (file != nullptr) {
@@ -286,7 +286,7 @@ bool RealInputIsOnItsWay() {
         }
         std::fclose(file);
     }
-    return done < inputsGiven;
+    return inputsGiven - done;
 }
 
 // The keyboard belongs to the window under the pointer, which stands between the cards and the

@@ -99,8 +99,8 @@ void LetGo();
 
 // Has xdotool carry out any of its commands after those it was given before, and does not wait.
 void RunXdotool(const std::wstring& arguments);
-// Whether some of them are still to be carried out.
-bool RealInputIsOnItsWay();
+// How many of them are still to be carried out.
+long RealInputsOnTheirWay();
 
 // Child controls and dialogs.
 HWND Control(const RunningProgram& program, int id);

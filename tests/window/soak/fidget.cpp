@@ -13,6 +13,7 @@ namespace {
 constexpr wchar_t MenuClass[] = L"#32768";
 constexpr wchar_t DialogClass[] = L"#32770";
 constexpr DWORD RestPatience = 20000;
+constexpr long MostOnTheirWay = 3;
 
 struct Search {
     DWORD process;
@@ -50,6 +51,13 @@ std::wstring At(POINT point) {
 // Where the pointer can go; a window may begin outside the screen.
 std::wstring OnScreen(POINT point) {
     return At({std::max(0L, point.x), std::max(0L, point.y)});
+}
+
+// Real input takes longer than any other: more than a little of it would come long after the play
+// that it was meant for, and into what is looked at in peace.
+void GiveRealInput(const std::wstring& arguments) {
+    Eventually([] { return RealInputsOnTheirWay() < MostOnTheirWay; });
+    RunXdotool(arguments);
 }
 
 constexpr int commands[] = {
@@ -196,8 +204,8 @@ void Fidget::XdoKeys(const std::wstring& keys) {
     const HWND top = Top();
     RECT place = {};
     GetWindowRect(top != nullptr ? top : program.window, &place);
-    RunXdotool(L"mousemove " + OnScreen({(place.left + place.right) / 2, place.bottom - 4}) +
-               L" key " + keys);
+    GiveRealInput(L"mousemove " + OnScreen({(place.left + place.right) / 2, place.bottom - 4}) +
+                  L" key " + keys);
 }
 
 void Fidget::XdoClick(HWND window) {
@@ -211,7 +219,7 @@ void Fidget::XdoClick(HWND window) {
     POINT point = {place.left + static_cast<LONG>(Below(static_cast<std::uint32_t>(width))),
                    place.top + title +
                        static_cast<LONG>(Below(static_cast<std::uint32_t>(height)))};
-    RunXdotool(L"mousemove " + OnScreen(point) + L" click 1");
+    GiveRealInput(L"mousemove " + OnScreen(point) + L" click 1");
 }
 
 // The lower right corner of the frame, or the title, drawn to another place.
@@ -223,8 +231,8 @@ void Fidget::XdoDrag() {
     const POINT from = corner ? POINT{place.right - 2, place.bottom - 2}
                               : POINT{(place.left + place.right) / 2, place.top + 12};
     const POINT to = {static_cast<LONG>(100 + Below(1000)), static_cast<LONG>(60 + Below(800))};
-    RunXdotool(L"mousemove " + OnScreen(from) + L" mousedown 1 mousemove " + OnScreen(to) +
-               L" mouseup 1");
+    GiveRealInput(L"mousemove " + OnScreen(from) + L" mousedown 1 mousemove " + OnScreen(to) +
+                  L" mouseup 1");
 }
 
 void Fidget::PlayHand() {

@@ -34,6 +34,7 @@ constexpr int KeptHeap = 64 * 1024;       // bytes
 constexpr int LostByText = 24;            // bytes, by Wine 8's common controls for each Static
 constexpr int KeptMemory = 8192 * 1024;   // bytes; the largest window's picture is five of these
 constexpr DWORD LongestWayOfInput = 5000; // milliseconds
+constexpr DWORD RealInputPatience = 60000;
 constexpr int SignTimes = 3;
 constexpr wchar_t StatsTitle[] = L"Current Session Analysis";
 
@@ -225,7 +226,9 @@ void Soak::FidgetUntil(double end) {
 // Real input is still on its way for a while after it was given. A key that nothing else presses
 // comes after all of it; a window that is being sized takes no keys.
 void Soak::AwaitRealInput() {
-    Eventually([&] { return !RealInputIsOnItsWay() && !IsGrabbed(program); }, LongestWayOfInput);
+    EXPECT_TRUE(Eventually([&] { return RealInputsOnTheirWay() == 0; }, RealInputPatience))
+        << "real input is not carried out";
+    Eventually([&] { return !IsGrabbed(program); }, LongestWayOfInput);
     if (!fidget->ComeToRest() || !Alive()) {
         return;
     }
@@ -266,7 +269,7 @@ void Soak::GoHome() {
     AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongW(program.window, GWL_STYLE)), FALSE,
                        0);
     EXPECT_TRUE(Eventually([&] {
-        if (!RealInputIsOnItsWay() && IsGrabbed(program)) {
+        if (RealInputsOnTheirWay() == 0 && IsGrabbed(program)) {
             LetGo();
         }
         if (IsIconic(program.window) || IsZoomed(program.window)) {
